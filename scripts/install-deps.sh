@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake git pkg-config
+  build-essential cmake git pkg-config locales
   libopenmpi-dev openmpi-bin
   libhdf5-dev hdf5-tools
   libgtest-dev libbenchmark-dev

@@ -11,7 +11,7 @@ namespace {
 
 class FailuresOnlyPrinter : public ::testing::EmptyTestEventListener {
 public:
-  explicit FailuresOnlyPrinter(int rank) : rank(rank) {}
+  explicit FailuresOnlyPrinter(int worldRank) : rank(worldRank) {}
 
   void OnTestPartResult(::testing::TestPartResult const &result) override {
     if (result.failed()) {

@@ -1,0 +1,267 @@
+// ZQString: construction, access, search, modification, formatting and environment expansion.
+#include <zqcore/strings/ZQString.h>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <limits>
+#include <locale>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+using namespace Velmora::Tessara::ZQ::Core;
+
+namespace {
+
+std::string Bytes(ZQString const &text) { return std::string(text.c_str(), static_cast<std::size_t>(text.Size())); }
+
+// Sets a variable, or unsets it for a null value; the test binary owns its environment.
+void SetEnv(char const *name, char const *value) {
+  if (value != nullptr) {
+    setenv(name, value, 1);
+  } else {
+    unsetenv(name);
+  }
+}
+
+ZQString Expanded(char const *text, bool specials = false) { return ZQString(text).ExpandEnvironVars(specials); }
+
+} // namespace
+
+TEST(StringConstruction, NullPointersGiveEmptyStringsAndAppendNothing) {
+  EXPECT_TRUE(ZQString(static_cast<char const *>(nullptr)).IsEmpty());
+  EXPECT_TRUE(ZQString(static_cast<wchar_t const *>(nullptr)).IsEmpty());
+  EXPECT_TRUE(ZQString(static_cast<char const *>(nullptr), 4).IsEmpty());
+  ZQString text("abc");
+  text += static_cast<char const *>(nullptr);
+  EXPECT_EQ(text, "abc");
+  text = static_cast<wchar_t const *>(nullptr);
+  EXPECT_FALSE(text.IsInitialized());
+}
+
+TEST(StringConstruction, CountedBytesKeepEmbeddedZeros) {
+  ZQString const text("a\0b", 3);
+  EXPECT_EQ(text.Size(), 3);
+  EXPECT_TRUE(text.Contains('b'));
+  EXPECT_EQ(text.Find(ZQString("\0b", 2)), 1);
+  EXPECT_TRUE(ZQString("abc", 0).IsEmpty());
+  EXPECT_EQ(ZQString('\0').Size(), 1);
+}
+
+TEST(StringConstruction, WideInputIsTranscoded) {
+  EXPECT_EQ(ZQString(L'\u00E9'), "\xC3\xA9");
+  EXPECT_TRUE(ZQString(L'\0').IsEmpty());
+  EXPECT_EQ(ZQString(L"abc", 2), "ab");
+  ZQString text(L"x\u20AC");
+  text += L'!';
+  text += L"\U0001F600";
+  EXPECT_EQ(text, "x\xE2\x82\xAC!\xF0\x9F\x98\x80");
+  EXPECT_EQ(text.AsTEXT(), L"x\u20AC!\U0001F600");
+}
+
+TEST(StringAppend, AppendingAStringToItselfDoublesIt) {
+  ZQString text("ab");
+  text += text;
+  EXPECT_EQ(text, "abab");
+  text.Add(text, nullptr);
+  EXPECT_EQ(text, "abababab");
+}
+
+TEST(StringAccess, NegativeIndexesCountFromTheEnd) {
+  ZQString text("abc");
+  EXPECT_EQ(text[-1], 'c');
+  EXPECT_EQ(text.at(-3), 'a');
+  EXPECT_FALSE(text.IsValidIndex(-3));
+  EXPECT_TRUE(text.IsValidIndex(-2));
+  EXPECT_FALSE(text.IsValidIndex(3));
+  text.Resize(5);
+  EXPECT_EQ(Bytes(text), std::string("abc\0\0", 5));
+  EXPECT_THROW(text.Resize(-1), std::length_error);
+  EXPECT_THROW(text.Reserve(-1), std::length_error);
+}
+
+TEST(StringCompare, BytesCompareUnsignedAndNullIsUnequalToAll) {
+  EXPECT_TRUE(ZQString("\xC3") > "z");
+  EXPECT_TRUE(ZQString("ab") < ZQString("abc"));
+  EXPECT_EQ(ZQString("b").Compare(ZQString("a")), 1);
+  EXPECT_EQ(ZQString("a").Compare(ZQString("ab")), -1);
+  EXPECT_EQ(ZQString("").Compare(ZQString()), 0);
+  char const *null = nullptr;
+  ZQString const empty;
+  EXPECT_FALSE(empty == null);
+  EXPECT_FALSE(empty <= null);
+  EXPECT_FALSE(empty >= null);
+  EXPECT_TRUE(empty != null);
+}
+
+TEST(StringHash, ShiftsEachSignExtendedByteByEightMore) {
+  EXPECT_EQ(ZQString().Hash(), 0ULL);
+  EXPECT_EQ(ZQString("\x01\x02").Hash(), 0x0201ULL);
+  EXPECT_EQ(ZQString("\x80").Hash(), 0xFFFFFFFFFFFFFF80ULL);
+  EXPECT_EQ(ZQString("aaaaaaaaa").Hash(), 0x6161616161616100ULL);  // the ninth byte wraps to 0
+}
+
+TEST(StringSearch, FindsFirstAndLastOccurrenceAndCountsWithoutOverlap) {
+  ZQString const text("abcabc");
+  EXPECT_EQ(text.Find("bc"), 1);
+  EXPECT_EQ(text.ReverseFind(ZQString("bc")), 4);
+  EXPECT_EQ(text.Find(""), 0);
+  EXPECT_EQ(text.ReverseFind(""), 6);
+  EXPECT_EQ(text.Find(static_cast<char const *>(nullptr)), -1);
+  EXPECT_EQ(text.Find("abcabcx"), -1);
+  EXPECT_EQ(ZQString("aaaaa").Count("aa"), 2);
+  EXPECT_EQ(ZQString("aaa").Count(""), 0);
+  EXPECT_EQ(ZQString("aaa").Count(ZQString()), 0);
+}
+
+TEST(StringSearch, EmptyStringStartsAndEndsWithNothing) {
+  EXPECT_FALSE(ZQString().StartsWith(""));
+  EXPECT_FALSE(ZQString().EndsWith(ZQString()));
+  EXPECT_FALSE(ZQString().Contains('a'));
+  EXPECT_TRUE(ZQString().Contains(""));
+  EXPECT_TRUE(ZQString("ab").StartsWith(""));
+  EXPECT_FALSE(ZQString("ab").StartsWith("abc"));
+}
+
+TEST(StringClassify, ScansEveryByteAndIsFalseWhenEmpty) {
+  EXPECT_TRUE(ZQString(" \t").IsBlank());
+  EXPECT_FALSE(ZQString(" \n").IsBlank());
+  EXPECT_FALSE(ZQString().IsSpace());
+  EXPECT_TRUE(ZQString("ab-1").IsLower());
+  EXPECT_FALSE(ZQString("12").IsLower());
+}
+
+TEST(StringModify, MapsCaseAndReverses) {
+  EXPECT_EQ(ZQString("hELLO wORLD").Capitalize(), "Hello world");
+  EXPECT_EQ(ZQString("aB1").SwapCase(), "Ab1");
+  EXPECT_EQ(ZQString("abc").Reverse(), "cba");
+  EXPECT_TRUE(ZQString().Reverse().IsEmpty());
+  EXPECT_EQ(ZQString("a.b.c").Replace('.', '/'), "a/b/c");
+}
+
+TEST(StringReplace, ReplacesEveryOccurrenceAndRemovesForNull) {
+  EXPECT_EQ(ZQString("a-b-c").Replace("-", "--"), "a--b--c");
+  EXPECT_EQ(ZQString("aaaa").Replace("aa", "b"), "bb");
+  EXPECT_EQ(ZQString("a-b-c").Replace("-", nullptr), "abc");
+  EXPECT_EQ(ZQString("abc").Replace("", "x"), "abc");
+  EXPECT_EQ(ZQString("abc").Replace(nullptr, "x"), "abc");
+  ZQString text("abc");
+  text.Replace(text, ZQString("<") += text);
+  EXPECT_EQ(text, "<abc");
+}
+
+TEST(StringStrip, RemovesWhitespaceOrOneWholeOccurrence) {
+  EXPECT_EQ(ZQString(" \t a b \n").Strip(), "a b");
+  EXPECT_EQ(ZQString("aab").LeftStrip("a"), "ab");
+  EXPECT_EQ(ZQString(" ab").LeftStrip(""), " ab");
+  EXPECT_EQ(ZQString(" ab").LeftStrip(ZQString()), "ab");
+  EXPECT_EQ(ZQString("xyaxy").Strip(ZQString("xy")), "a");
+  EXPECT_EQ(ZQString("abb").RightStrip("b"), "ab");
+}
+
+TEST(StringPath, NormalizeCollapsesOnlyBackslashSlash) {
+  EXPECT_EQ(ZQString("a\\//b\\\\/c/./d").NormalizePath(), "a\\b\\\\c/./d");
+  EXPECT_EQ(ZQString("/").NormalizePath(), "/");
+}
+
+TEST(StringDerive, SubstringClampsItsBounds) {
+  ZQString const text("abcdef");
+  EXPECT_EQ(text.Substring(-5, 2), "ab");
+  EXPECT_EQ(text.Substring(2, 100), "cdef");
+  EXPECT_TRUE(text.Substring(3, 3).IsEmpty());
+}
+
+TEST(StringDerive, CommonSuffixComparesEqualIndexesTerminatorsIncluded) {
+  EXPECT_EQ(ZQString("abcd").CommonPrefix(ZQString("abxy")), "ab");
+  EXPECT_EQ(Bytes(ZQString("xbc").CommonSuffix(ZQString("ybc"))), std::string("bc\0", 3));
+  EXPECT_EQ(Bytes(ZQString("abc").CommonSuffix(ZQString("xyz"))), std::string(1, '\0'));
+  EXPECT_TRUE(ZQString("abc").CommonSuffix(ZQString("bc")).IsEmpty());
+}
+
+TEST(StringFormat, AddUsesTheTypeDefaultsOrTheGivenFormat) {
+  ZQString text;
+  text.Add(static_cast<signed char>(-5), nullptr);
+  text.Add(static_cast<short>(300), nullptr);
+  text.Add(7, "<%03d>");
+  text.Add(1LL << 40, nullptr);
+  text.Add(0.1f, nullptr);
+  text.Add(' ', nullptr);
+  text.Add(2.0 / 3.0, nullptr);
+  text.Add('x', "[%c]");
+  text.Add(static_cast<char const *>(nullptr), "%s");
+  text.Add("t", "(%s)");
+  EXPECT_EQ(text, "-5300<007>10995116277760.1 0.6666666666666666[x](t)");
+}
+
+TEST(StringFormat, LadderGivesEveryLengthWhole) {
+  for (int width : {63, 64, 255, 256, 4095, 4096, 20000}) {
+    ZQString text("p");
+    text.Add(7, ("%0" + std::to_string(width) + "d").c_str());
+    ASSERT_EQ(text.Size(), width + 1);
+    EXPECT_EQ(text[1], '0');
+    EXPECT_EQ(text[-1], '7');
+    ZQString padded;
+    padded.Add("abc", ("%-" + std::to_string(width) + "s").c_str());
+    EXPECT_EQ(padded.Size(), width);
+  }
+}
+
+TEST(StringFormat, OwnFloatTextIsWhatAClassicStreamWrites) {
+  auto const streamed = [](auto value, int precision) {
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream.precision(precision);
+    stream << value;
+    return stream.str();
+  };
+  for (double value : {1.5, 0.1, -0.0, 1e-310, 123456789012345678.0, 1e16, 1e15, 5e-324,
+                       3.141592653589793, std::numeric_limits<double>::infinity()}) {
+    ZQString text, single;
+    text.Add(value);
+    single.Add(static_cast<float>(value));
+    EXPECT_EQ(Bytes(text), streamed(value, 16));
+    EXPECT_EQ(Bytes(single), streamed(static_cast<float>(value), 8));
+  }
+}
+
+TEST(StringEnviron, ExpandsEveryDelimitedAndUndelimitedForm) {
+  SetEnv("ZQT_V", "val");
+  EXPECT_EQ(Expanded("$ZQT_V ${ZQT_V} $(ZQT_V) $%ZQT_V% %ZQT_V%."), "val val val val val.");
+}
+
+TEST(StringEnviron, FirstDefinedPrefixWinsOnlyWithoutDelimiters) {
+  SetEnv("ZQT_P", "p");
+  SetEnv("ZQT_PDIR", nullptr);
+  EXPECT_EQ(Expanded("$ZQT_PDIR"), "pDIR");
+  EXPECT_EQ(Expanded("${ZQT_PDIR}"), "${ZQT_PDIR}");
+}
+
+TEST(StringEnviron, UndefinedEmptyOrUnclosedVariablesStayAsWritten) {
+  SetEnv("ZQT_EMPTY", "");
+  SetEnv("ZQT_V", "val");
+  for (char const *text : {"%ZQT_V", "$", "${ZQT_UNDEFINED}", "${ZQT_V", "${ZQT V}", "$ZQT_EMPTY", "100%"}) {
+    EXPECT_EQ(Expanded(text, true), text);
+  }
+}
+
+TEST(StringEnviron, SpecialsReplaceTheirTokensButNotBareNames) {
+  SetEnv("USER", nullptr);
+  SetEnv("USERNAME", "u");
+  SetEnv("HOST", nullptr);
+  SetEnv("HOSTNAME", "h");
+  SetEnv("ZQ_TMPDIR", "/zq");
+  std::string const expected = "u/h/" + std::to_string(getpid()) + "//zq/$HOST";
+  EXPECT_EQ(Bytes(Expanded("${USER}/%HOST%/$(PID)/%{ZQ_TMPDIR}/$HOST", true)), expected);
+  EXPECT_EQ(Expanded("${USER}", false), "${USER}");
+}
+
+TEST(StringEnviron, ValueHoldingItsOwnTokenStopsExpanding) {
+  SetEnv("USER", nullptr);
+  SetEnv("USERNAME", "${USER}x");
+  ZQString const text = Expanded("${USER}", true);
+  EXPECT_TRUE(text.StartsWith("${USER}x"));
+  EXPECT_LT(text.Size(), 64);
+}
