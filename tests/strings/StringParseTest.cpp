@@ -11,17 +11,11 @@ using namespace Velmora::Tessara::ZQ::Core;
 
 namespace {
 
-template <typename T>
-std::pair<T, bool> Parsed(T (ZQString::*parse)(bool &) const, char const *text) {
+// The value and the failure flag of one parse; the floating parsers also take `useScanner`.
+template <typename T, typename... Scanner>
+std::pair<T, bool> Parsed(T (ZQString::*parse)(bool &, Scanner...) const, char const *text, Scanner... useScanner) {
   bool failed = false;
-  T const value = (ZQString(text).*parse)(failed);
-  return {value, failed};
-}
-
-template <typename T>
-std::pair<T, bool> Parsed(T (ZQString::*parse)(bool &, bool) const, char const *text, bool useScanner) {
-  bool failed = false;
-  T const value = (ZQString(text).*parse)(failed, useScanner);
+  T const value = (ZQString(text).*parse)(failed, useScanner...);
   return {value, failed};
 }
 
@@ -51,9 +45,7 @@ TEST(StringIntegers, IgnoreTrailingTextAndFailOutsideTheirType) {
   EXPECT_EQ(Parsed(&ZQString::AsInt8, "128"), std::make_pair<signed char>(127, true));
   EXPECT_EQ(Parsed(&ZQString::AsInt8, "127"), std::make_pair<signed char>(127, false));
   EXPECT_EQ(Parsed(&ZQString::AsInt16, "40000"), std::make_pair(short(32767), true));
-}
-
-TEST(StringIntegers, SixtyFourBitFormsUseTheScanner) {
+  // The 64-bit forms use the scanner.
   EXPECT_EQ(Parsed(&ZQString::AsInt64, " -9223372036854775807x"), std::make_pair(-9223372036854775807LL, false));
   EXPECT_EQ(Parsed(&ZQString::AsSSize, "x1"), std::make_pair(9223372036854775807LL, true));
 }

@@ -18,15 +18,6 @@ namespace {
 
 std::string Bytes(ZQString const &text) { return std::string(text.c_str(), static_cast<std::size_t>(text.Size())); }
 
-// Sets a variable, or unsets it for a null value; the test binary owns its environment.
-void SetEnv(char const *name, char const *value) {
-  if (value != nullptr) {
-    setenv(name, value, 1);
-  } else {
-    unsetenv(name);
-  }
-}
-
 ZQString Expanded(char const *text, bool specials = false) { return ZQString(text).ExpandEnvironVars(specials); }
 
 } // namespace
@@ -45,7 +36,6 @@ TEST(StringConstruction, NullPointersGiveEmptyStringsAndAppendNothing) {
 TEST(StringConstruction, CountedBytesKeepEmbeddedZeros) {
   ZQString const text("a\0b", 3);
   EXPECT_EQ(text.Size(), 3);
-  EXPECT_TRUE(text.Contains('b'));
   EXPECT_EQ(text.Find(ZQString("\0b", 2)), 1);
   EXPECT_TRUE(ZQString("abc", 0).IsEmpty());
   EXPECT_EQ(ZQString('\0').Size(), 1);
@@ -104,7 +94,7 @@ TEST(StringHash, ShiftsEachSignExtendedByteByEightMore) {
   EXPECT_EQ(ZQString("aaaaaaaaa").Hash(), 0x6161616161616100ULL);  // the ninth byte wraps to 0
 }
 
-TEST(StringSearch, FindsFirstAndLastOccurrenceAndCountsWithoutOverlap) {
+TEST(StringSearch, FindsFirstAndLastCountsWithoutOverlapAndEmptyStringHasNoEnds) {
   ZQString const text("abcabc");
   EXPECT_EQ(text.Find("bc"), 1);
   EXPECT_EQ(text.ReverseFind(ZQString("bc")), 4);
@@ -114,10 +104,7 @@ TEST(StringSearch, FindsFirstAndLastOccurrenceAndCountsWithoutOverlap) {
   EXPECT_EQ(text.Find("abcabcx"), -1);
   EXPECT_EQ(ZQString("aaaaa").Count("aa"), 2);
   EXPECT_EQ(ZQString("aaa").Count(""), 0);
-  EXPECT_EQ(ZQString("aaa").Count(ZQString()), 0);
-}
-
-TEST(StringSearch, EmptyStringStartsAndEndsWithNothing) {
+  // An empty string neither starts nor ends with anything, yet contains the empty text.
   EXPECT_FALSE(ZQString().StartsWith(""));
   EXPECT_FALSE(ZQString().EndsWith(ZQString()));
   EXPECT_FALSE(ZQString().Contains('a'));
@@ -167,14 +154,11 @@ TEST(StringPath, NormalizeCollapsesOnlyBackslashSlash) {
   EXPECT_EQ(ZQString("/").NormalizePath(), "/");
 }
 
-TEST(StringDerive, SubstringClampsItsBounds) {
+TEST(StringDerive, SubstringClampsAndCommonSuffixComparesEqualIndexesTerminatorsIncluded) {
   ZQString const text("abcdef");
   EXPECT_EQ(text.Substring(-5, 2), "ab");
   EXPECT_EQ(text.Substring(2, 100), "cdef");
   EXPECT_TRUE(text.Substring(3, 3).IsEmpty());
-}
-
-TEST(StringDerive, CommonSuffixComparesEqualIndexesTerminatorsIncluded) {
   EXPECT_EQ(ZQString("abcd").CommonPrefix(ZQString("abxy")), "ab");
   EXPECT_EQ(Bytes(ZQString("xbc").CommonSuffix(ZQString("ybc"))), std::string("bc\0", 3));
   EXPECT_EQ(Bytes(ZQString("abc").CommonSuffix(ZQString("xyz"))), std::string(1, '\0'));
@@ -197,15 +181,13 @@ TEST(StringFormat, AddUsesTheTypeDefaultsOrTheGivenFormat) {
 }
 
 TEST(StringFormat, LadderGivesEveryLengthWhole) {
-  for (int width : {63, 64, 255, 256, 4095, 4096, 20000}) {
-    ZQString text("p");
+  // Each width is the first that needs the next rung: 64 for a number, 256 for either, 4096 for the heap.
+  for (int width : {64, 256, 4096}) {
+    ZQString text("p"), padded;
     text.Add(7, ("%0" + std::to_string(width) + "d").c_str());
-    ASSERT_EQ(text.Size(), width + 1);
-    EXPECT_EQ(text[1], '0');
-    EXPECT_EQ(text[-1], '7');
-    ZQString padded;
+    EXPECT_EQ(Bytes(text), "p" + std::string(width - 1, '0') + "7");
     padded.Add("abc", ("%-" + std::to_string(width) + "s").c_str());
-    EXPECT_EQ(padded.Size(), width);
+    EXPECT_EQ(Bytes(padded), "abc" + std::string(width - 3, ' '));
   }
 }
 
@@ -227,40 +209,32 @@ TEST(StringFormat, OwnFloatTextIsWhatAClassicStreamWrites) {
   }
 }
 
-TEST(StringEnviron, ExpandsEveryDelimitedAndUndelimitedForm) {
-  SetEnv("ZQT_V", "val");
-  EXPECT_EQ(Expanded("$ZQT_V ${ZQT_V} $(ZQT_V) $%ZQT_V% %ZQT_V%."), "val val val val val.");
-}
-
-TEST(StringEnviron, FirstDefinedPrefixWinsOnlyWithoutDelimiters) {
-  SetEnv("ZQT_P", "p");
-  SetEnv("ZQT_PDIR", nullptr);
-  EXPECT_EQ(Expanded("$ZQT_PDIR"), "pDIR");
-  EXPECT_EQ(Expanded("${ZQT_PDIR}"), "${ZQT_PDIR}");
-}
-
-TEST(StringEnviron, UndefinedEmptyOrUnclosedVariablesStayAsWritten) {
-  SetEnv("ZQT_EMPTY", "");
-  SetEnv("ZQT_V", "val");
+TEST(StringEnviron, ExpandsEachFormAndLeavesWhatItCannotExpandAsWritten) {
+  setenv("ZQT_V", "val", 1);
+  setenv("ZQT_EMPTY", "", 1);
+  unsetenv("ZQT_VDIR");
+  // Without delimiters the first defined prefix of a name wins; with them only the whole name.
+  EXPECT_EQ(Expanded("$ZQT_V ${ZQT_V} $(ZQT_V) $%ZQT_V% %ZQT_V%. $ZQT_VDIR ${ZQT_VDIR}"),
+            "val val val val val. valDIR ${ZQT_VDIR}");
   for (char const *text : {"%ZQT_V", "$", "${ZQT_UNDEFINED}", "${ZQT_V", "${ZQT V}", "$ZQT_EMPTY", "100%"}) {
     EXPECT_EQ(Expanded(text, true), text);
   }
 }
 
 TEST(StringEnviron, SpecialsReplaceTheirTokensButNotBareNames) {
-  SetEnv("USER", nullptr);
-  SetEnv("USERNAME", "u");
-  SetEnv("HOST", nullptr);
-  SetEnv("HOSTNAME", "h");
-  SetEnv("ZQ_TMPDIR", "/zq");
+  unsetenv("USER");
+  setenv("USERNAME", "u", 1);
+  unsetenv("HOST");
+  setenv("HOSTNAME", "h", 1);
+  setenv("ZQ_TMPDIR", "/zq", 1);
   std::string const expected = "u/h/" + std::to_string(getpid()) + "//zq/$HOST";
   EXPECT_EQ(Bytes(Expanded("${USER}/%HOST%/$(PID)/%{ZQ_TMPDIR}/$HOST", true)), expected);
   EXPECT_EQ(Expanded("${USER}", false), "${USER}");
 }
 
 TEST(StringEnviron, ValueHoldingItsOwnTokenStopsExpanding) {
-  SetEnv("USER", nullptr);
-  SetEnv("USERNAME", "${USER}x");
+  unsetenv("USER");
+  setenv("USERNAME", "${USER}x", 1);
   ZQString const text = Expanded("${USER}", true);
   EXPECT_TRUE(text.StartsWith("${USER}x"));
   EXPECT_LT(text.Size(), 64);

@@ -18,14 +18,12 @@ void Check(bool ok, char const *what) {
 }
 
 void CheckRefusedWithoutMpi(unsigned long long comm, char const *when) {
-  int flag = 1;
-  Check(WMPI_Initialized(&flag) == 0 && flag == 0, when);
-  int size = 0;
-  Check(WMPI_Comm_size(comm, &size) != 0, when);
+  int flag = 1, size = 0, length = -1;
   char text[WMPI_MAX_ERROR_STRING];
-  int length = -1;
-  Check(WMPI_Error_string(1, text, &length) != 0 && length == 0, when);
   unsigned long long request = WMPI_REQUEST_NULL;
+  Check(WMPI_Initialized(&flag) == 0 && flag == 0, when);
+  Check(WMPI_Comm_size(comm, &size) != 0, when);
+  Check(WMPI_Error_string(1, text, &length) != 0 && length == 0, when);
   Check(WMPI_Waitall(1, &request, nullptr) != 0, when);
 }
 
