@@ -21,12 +21,32 @@
 #include <zqcore/strings/ZQStringEncoding.h>
 #include <zqcore/strings/ZQXercesString.h>
 
+#include <zqcore/containers/ZQArray.h>
+#include <zqcore/containers/ZQArrayBase.h>
+#include <zqcore/containers/ZQArrayForwardIterator.h>
+#include <zqcore/containers/ZQArrayIterator.h>
+#include <zqcore/containers/ZQArrayNativeType.h>
+#include <zqcore/containers/ZQArrayObjectType.h>
+#include <zqcore/containers/ZQMap.h>
+#include <zqcore/containers/ZQMapNativeKeyType.h>
+#include <zqcore/containers/ZQMapNativeTypes.h>
+#include <zqcore/containers/ZQMapNativeValueType.h>
+#include <zqcore/containers/ZQMapObjectTypes.h>
+#include <zqcore/containers/ZQSet.h>
+#include <zqcore/containers/ZQSetNativeType.h>
+#include <zqcore/containers/ZQSetObjectType.h>
+
 #include <zqcore/parallel/ZQMPT.h>
+#include <zqcore/parallel/ZQMPTArray.h>
+#include <zqcore/parallel/ZQMPTBuffer.h>
 
 #include <zqcore/system/ZQOSUtil.h>
 
 #include <zqcore/public/Context.h>
 #include <zqcore/public/ErrorStack.h>
+#include <zqcore/public/Float64Array.h>
+#include <zqcore/public/Int64Array.h>
 #include <zqcore/public/MPT.h>
 #include <zqcore/public/Result.h>
 #include <zqcore/public/String.h>
+#include <zqcore/public/StringArray.h>

@@ -60,6 +60,7 @@ ZQMPT &ZQMPT::operator=(ZQMPT const &other) {
 ZQMPT::~ZQMPT() { Reset(); }
 
 void ZQMPT::Reset() {
+  CancelBufferRequests();
   nProcs = 1;
   procRank = 0;
   ResetExchangeState();
@@ -192,12 +193,10 @@ void ZQMPT::ResetExchangeState() {
   tagBound = DefaultTagBound;
   sendTags.clear();
   recvTags.clear();
-  delete[] waitRequests;
-  waitRequests = nullptr;
-  delete[] waitStatuses;
-  waitStatuses = nullptr;
+  ResetWaitStructures();
   bufferMode = Types::BufferMode_t::PerProcess;
   bufferIncrement = DefaultBufferIncrement;
+  ResetBuffers();
   selectedSendBuffer = -1;
   selectedReceiveBuffer = -1;
   autoBufferResetThreshold = DefaultAutoBufferResetThreshold;

@@ -7,10 +7,27 @@
 #include <zqcore/core/ZQExports.h>
 
 #include <map>
+#include <set>
+#include <type_traits>
 
 struct WMPI_Status;
 
 namespace Velmora::Tessara::ZQ::Core {
+
+class ZQMPTBuffer;
+
+/// Element types of the typed messages: the eight that have a datatype code.
+template <typename T>
+inline constexpr bool IsMPTElement =
+    std::is_same_v<T, char> || std::is_same_v<T, wchar_t> || std::is_same_v<T, unsigned char> ||
+    std::is_same_v<T, short> || std::is_same_v<T, int> || std::is_same_v<T, long long> ||
+    std::is_same_v<T, float> || std::is_same_v<T, double>;
+
+/// The five numeric element types of the collectives and reductions.
+template <typename T>
+inline constexpr bool IsMPTNumber = std::is_same_v<T, short> || std::is_same_v<T, int> ||
+                                    std::is_same_v<T, long long> || std::is_same_v<T, float> ||
+                                    std::is_same_v<T, double>;
 
 /// Talks to the other processes of the job over its own duplicate of a communicator.
 /// Every failure of the layer underneath is fatal: the banner is written and the job
@@ -61,6 +78,139 @@ public:
   /// Local: probes each rank in turn for a message of any tag.
   bool HasPendingMessages() const;
 
+  // ---- Typed point-to-point messages and collectives -------------------------------
+  // Counts are 64-bit and must fit 32 bits, else the job ends. Point-to-point messages
+  // take the next tag of the peer's sequence in their direction; peer -1 is any source.
+
+  /// Width in bytes of an element of `datatype`; a code without a width ends the job.
+  static long long SizeOf(int datatype);
+
+  /// Blocking send to `peer`.
+  void BSend(void *data, long long count, int datatype, int peer);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>> void BSend(T *data, long long count, int peer);
+  /// Blocking receive from `peer` (-1: any); the status is dropped.
+  void BReceive(void *data, long long count, int datatype, int peer);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>>
+  void BReceive(T *data, long long count, int peer);
+  /// Send and receive at once, without deadlock.
+  void BSendReceive(void *sendData, long long sendCount, int sendType, int sendPeer, void *receiveData,
+                    long long receiveCount, int receiveType, int receivePeer);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>>
+  void BSendReceive(T *sendData, long long sendCount, int sendPeer, T *receiveData, long long receiveCount,
+                    int receivePeer);
+  /// Collective: `root`'s data reaches every process.
+  void Broadcast(void *data, long long count, int datatype, int root);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>>
+  void Broadcast(T *data, long long count, int root);
+  /// Collective: each process's block to all, in rank order; counts are per process.
+  void AllGather(void *sendData, long long sendCount, int sendType, void *receiveData, long long receiveCount,
+                 int receiveType);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>>
+  void AllGather(T *sendData, T *receiveData, long long count);
+  /// Collective: block i of each process goes to process i; counts are per process.
+  void AllToAll(void *sendData, long long sendCount, int sendType, void *receiveData, long long receiveCount,
+                int receiveType);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>>
+  void AllToAll(T *sendData, T *receiveData, long long count);
+  /// Collective: element-wise reduction by operation code, the result on every process.
+  void AllReduce(void *sendData, void *receiveData, long long count, int datatype, int operation);
+  /// Collective reductions. The in-place forms return at once, without taking part, for a
+  /// count below 1.
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>>
+  void Min(T *sendData, T *receiveData, long long count);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>> void Min(T *data, long long count);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>>
+  void Max(T *sendData, T *receiveData, long long count);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>> void Max(T *data, long long count);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>>
+  void Sum(T *sendData, T *receiveData, long long count);
+  template <typename T, typename = std::enable_if_t<IsMPTNumber<T>>> void Sum(T *data, long long count);
+  /// Collective: all processes meet.
+  void Barrier();
+  /// Collective: true when every process passed true.
+  bool CheckTrue(bool value);
+  /// Collective: false when every process passed false, true as soon as one passed true.
+  bool CheckFalse(bool value);
+
+  // ---- Message buffers and packing -------------------------------------------------
+  // Buffers are keyed by peer in "PerProcess" mode and by 0 otherwise. Pack and Unpack
+  // work on the selected buffer; a missing buffer ends the job. Local unless noted.
+
+  /// A different mode deletes both buffer maps; the selections stay.
+  void SetBufferMode(Types::BufferMode_t mode);
+  Types::BufferMode_t GetBufferMode() const;
+  /// Selects and prepares the send buffer of `peer`: empty, with room for `size` bytes.
+  void InitSendBuffer(int peer, long long size);
+  /// Selects and prepares the receive buffer of `peer`, sized to `size` when positive.
+  void InitReceiveBuffer(int peer, long long size);
+  void SelectSendBuffer(int peer);
+  void SelectReceiveBuffer(int peer);
+  int GetSelectedSendBuffer() const;
+  int GetSelectedReceiveBuffer() const;
+  /// The buffer under `key`, owned by this object; null when there is no map or no such key.
+  ZQMPTBuffer *GetSendBuffer(int key);
+  ZQMPTBuffer *GetReceiveBuffer(int key);
+  /// Deletes both buffer maps, without looking at requests in flight.
+  void ResetBuffers();
+  /// Bytes in use in the buffer under `key`; 0 when there is none.
+  long long GetSendBufferSize(int key) const;
+  long long GetReceiveBufferSize(int key) const;
+  /// Fills sizes[0 .. nProcs-1] by key; a null pointer does nothing.
+  void GetSendBufferSizes(long long *sizes) const;
+  void GetReceiveBufferSizes(long long *sizes) const;
+  /// Sum of the capacities of all send and receive buffers.
+  long long GetTotalBufferSizes() const;
+  /// Largest capacity that a buffer keeps once its message is used up.
+  long long GetAutoBufferResetThreshold() const;
+  void SetAutoBufferResetThreshold(long long threshold);
+  /// Appends `count` elements to the selected send buffer; nothing for a count below 1.
+  void Pack(void *data, long long count, int datatype);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>> void Pack(T *data, long long count);
+  /// Has no element type to go by: ends the job.
+  [[noreturn]] void Pack(void *data, long long count);
+  /// Reads the next `count` elements of the selected receive buffer.
+  void Unpack(void *data, long long count, int datatype);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>> void Unpack(T *data, long long count);
+  /// Delivers this process's send buffer for `peer` to its receive buffer, without a message.
+  void CopySendToReceiveBuffer(int peer);
+  /// Collective: the root's selected send buffer reaches every other process's receive
+  /// buffer for `root`.
+  void BroadcastBuffer(int root);
+
+  // ---- Non-blocking exchange -------------------------------------------------------
+  // A buffer travels as a size message (unless data-only) and a data message. Members -1
+  // of a peer set are skipped; a single peer of -1 makes a buffer operation return at once.
+
+  void NBSend(void *data, long long count, int datatype, int peer, unsigned long long *request);
+  void NBReceive(void *data, long long count, int datatype, int peer, unsigned long long *request);
+  void Wait(unsigned long long *request, WMPI_Status *status);
+  void WaitAll(long long count, unsigned long long *requests, WMPI_Status *statuses);
+  /// `index` becomes the position of the finished request (-1 when none was active).
+  void WaitAny(long long count, unsigned long long *requests, WMPI_Status *statuses, long long &index);
+  /// Starts sending the selected send buffer to `peer`.
+  void NBSendBuffer(int peer, bool dataOnly);
+  void NBSendBuffers(std::set<int> const &peers, bool dataOnly);
+  /// Starts receiving from `peer` into its receive buffer.
+  void NBReceiveBuffer(int peer, bool dataOnly);
+  void NBReceiveBuffers(std::set<int> const &peers, bool dataOnly);
+  void WaitSendBuffer(int peer, bool dataOnly);
+  void WaitAllSendBuffers(std::set<int> const &peers, bool dataOnly);
+  void WaitReceiveBuffer(int peer, bool dataOnly);
+  /// Completes every member's receive; in order of arrival unless data-only.
+  void WaitAllReceiveBuffers(std::set<int> const &peers, bool dataOnly);
+  /// Completes one receive and names its peer (-1 when none); its buffer stays selected.
+  void WaitAnyReceiveBuffers(std::set<int> const &peers, bool dataOnly, int &peer);
+  /// Blocking probe: the byte length of the next message from `peer`.
+  void BProbe(int peer, long long &size);
+  /// Spins until a member of `peers` has a message; the lowest such member wins.
+  void BProbe(std::set<int> const &peers, int &peer, long long &size);
+  bool NBProbe(int peer, long long &size);
+  /// A member outside 0 .. nProcs-1 ends the job.
+  bool NBProbe(std::set<int> const &peers, int &peer, long long &size);
+  long long GetNPendingSendBufferRequests() const;
+  long long GetNPendingReceiveBufferRequests() const;
+  long long GetNPendingBufferRequests() const;
+
 private:
   friend void ::ZQ_Abort(int);
   friend void ::ZQ_Exit(int);
@@ -73,6 +223,29 @@ private:
   [[noreturn]] static void HandleError(int code);
   /// Runs the fatal tail for a nonzero status of the layer.
   static void Check(int status);
+  using BufferMap = std::map<int, ZQMPTBuffer>;
+
+  int GetSendTag(int peer);
+  int GetRecvTag(int peer);
+  /// The tag of the next message to or from `peer`: -1 for any peer, else GetSendTag/GetRecvTag.
+  int SendTagFor(int peer);
+  int RecvTagFor(int peer);
+  int KeyOf(int peer) const;
+  ZQMPTBuffer &FindSendBuffer();
+  ZQMPTBuffer &FindReceiveBuffer();
+  void InitBuffer(ZQMPTBuffer &buffer, long long size) const;
+  /// Selects the receive (or send) buffer of `peer` and finds it; a missing one ends the job.
+  ZQMPTBuffer &SelectedBufferOf(int peer, bool receiving);
+  /// One wait over the exchanges of every member's buffer on one side; the requests and
+  /// statuses go back to the buffers, and receive buffers are rewound for unpacking.
+  void WaitAllBufferExchanges(std::set<int> const &peers, bool receiving, bool dataOnly);
+  /// After the size message from `peer` arrived in `buffer`: sizes it, receives the data.
+  void ReceiveAnnouncedData(int peer, ZQMPTBuffer &buffer);
+  void InitWaitStructures();
+  void ResetWaitStructures();
+  void CancelRequest(unsigned long long *request);
+  void CancelBufferRequests();
+  void CancelBufferRequests(BufferMap *buffers);
   void InitMPT();
   void Copy(ZQMPT const &other);
   void SetMPIComm(unsigned long long comm);
@@ -95,6 +268,8 @@ private:
   WMPI_Status *waitStatuses = nullptr;
   Types::BufferMode_t bufferMode = Types::BufferMode_t::PerProcess;
   long long bufferIncrement = DefaultBufferIncrement;
+  BufferMap *sendBuffers = nullptr;
+  BufferMap *receiveBuffers = nullptr;
   int selectedSendBuffer = -1;
   int selectedReceiveBuffer = -1;
   long long autoBufferResetThreshold = DefaultAutoBufferResetThreshold;

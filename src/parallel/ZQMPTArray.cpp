@@ -1,0 +1,68 @@
+// ZQMPTArray: growth, sharing and copying of the byte store behind a message buffer.
+#include <zqcore/parallel/ZQMPTArray.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace Velmora::Tessara::ZQ::Core {
+
+template <typename T> ZQMPTArray<T>::ZQMPTArray() = default;
+
+template <typename T> ZQMPTArray<T>::ZQMPTArray(ZQMPTArray const &other) { Share(other); }
+
+template <typename T> ZQMPTArray<T> &ZQMPTArray<T>::operator=(ZQMPTArray const &other) {
+  if (this != &other) {
+    Share(other);
+  }
+  return *this;
+}
+
+template <typename T> ZQMPTArray<T>::~ZQMPTArray() = default;
+
+template <typename T> void ZQMPTArray<T>::Grow(long long n) {
+  // Left uninitialised: packing or a receive writes the bytes before anything reads them.
+  std::shared_ptr<T[]> grown(new T[static_cast<std::size_t>(n)]);
+  if (size > 0) {
+    std::memcpy(grown.get(), data, static_cast<std::size_t>(std::min(size, n)) * sizeof(T));
+  }
+  storage = std::move(grown);
+  data = storage.get();
+  capacity = n;
+  size = n;
+}
+
+template <typename T> void ZQMPTArray<T>::Reset() {
+  capacity = 0;
+  size = 0;
+  growth = DefaultGrowth;
+  storage.reset();
+  data = nullptr;
+}
+
+template <typename T> void ZQMPTArray<T>::DeepCopy(ZQMPTArray const &other) {
+  if (this == &other) {
+    return;
+  }
+  Reset();
+  capacity = other.capacity;
+  size = other.size;
+  growth = other.growth;
+  if (other.data != nullptr) {
+    storage.reset(new T[static_cast<std::size_t>(capacity)]);
+    data = storage.get();
+    std::memcpy(data, other.data, static_cast<std::size_t>(capacity) * sizeof(T));
+  }
+}
+
+template <typename T> void ZQMPTArray<T>::Share(ZQMPTArray const &other) {
+  Reset();
+  capacity = other.capacity;
+  size = other.size;
+  growth = other.growth;
+  storage = other.storage;
+  data = other.data;
+}
+
+template class ZQMPTArray<unsigned char>;
+
+} // namespace Velmora::Tessara::ZQ::Core

@@ -1,0 +1,54 @@
+// Process-ending cases of typed messages and message buffers, run one per process by ctest.
+#include <zqcore/parallel/ZQMPT.h>
+
+#include "FatalDriver.h"
+
+using Velmora::Tessara::ZQ::Core::ZQMPT;
+
+int main(int argc, char **argv) {
+  static char bytes[16] = {};
+  zqtest::FatalCases const cases = {
+      // Raw bytes and unknown codes have no element width.
+      {"pack_raw_bytes",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 5, 19);
+       }},
+      {"size_of_raw_bytes", [] { ZQMPT::SizeOf(19); }},
+      {"size_of_unknown_code", [] { ZQMPT::SizeOf(4); }},
+      {"pack_untyped",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(static_cast<void *>(bytes), 5);
+       }},
+      {"pack_without_any_buffer",
+       [] {
+         ZQMPT mpt;
+         mpt.Pack(bytes, 1);
+       }},
+      {"pack_into_unselected_key",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.SelectSendBuffer(1);
+         mpt.Pack(bytes, 1);
+       }},
+      // The count is checked before the small buffer is touched.
+      {"count_beyond_32_bits",
+       [] {
+         ZQMPT mpt;
+         mpt.Broadcast(bytes, 2147483648LL, 0);
+       }},
+      {"unpack_beyond_the_message",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 4);
+         mpt.CopySendToReceiveBuffer(0);
+         mpt.Unpack(bytes, 5);
+       }},
+  };
+  return zqtest::RunFatalCase(argc, argv, cases);
+}
