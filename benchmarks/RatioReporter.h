@@ -32,7 +32,8 @@ public:
     std::printf("\n%-36s %14s %14s %8s\n", "case (rate per second)", "zq", "peer", "zq/peer");
     for (auto const &[name, ours] : rates) {
       std::string const prefix = CaseOf(name);
-      if (name != prefix + "/zq") continue;
+      if (name != prefix + "/zq")
+        continue;
       for (auto const &[peerName, peer] : rates) {
         if (peerName != name && CaseOf(peerName) == prefix && peer > 0) {
           std::printf("%-36s %14.4g %14.4g %8.2f  (peer: %s)\n", prefix.c_str(), ours, peer, ours / peer,
@@ -48,7 +49,8 @@ private:
   static double Rate(Run const &run) {
     for (char const *counter : {"bytes_per_second", "items_per_second"}) {
       auto const found = run.counters.find(counter);
-      if (found != run.counters.end()) return found->second.value;
+      if (found != run.counters.end())
+        return found->second.value;
     }
     return 0.0;
   }
@@ -59,7 +61,8 @@ private:
 /// main() of a benchmark executable that ends with the ratio table.
 inline int RunWithRatios(int argc, char **argv) {
   benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    return 1;
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   benchmark::Shutdown();

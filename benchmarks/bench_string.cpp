@@ -34,13 +34,15 @@ constexpr char kNeedle[] = "/obj/cells.h5";
 
 void FindOurs(benchmark::State &state) {
   ZQString const text(Haystack().c_str());
-  for (auto _ : state) benchmark::DoNotOptimize(text.Find(kNeedle));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(text.Find(kNeedle));
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * Haystack().size()));
 }
 
 void FindPlain(benchmark::State &state) {
   std::string const text = Haystack();
-  for (auto _ : state) benchmark::DoNotOptimize(text.find(kNeedle));
+  for (auto _ : state)
+    benchmark::DoNotOptimize(text.find(kNeedle));
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * Haystack().size()));
 }
 
@@ -71,14 +73,14 @@ void ReplacePlain(benchmark::State &state) {
 
 constexpr int kValuesPerIteration = 64;
 
-template <typename Append>
-void AppendValues(benchmark::State &state, Append append) {
+template <typename Append> void AppendValues(benchmark::State &state, Append append) {
   std::string text;
   ZQString zqText;
   for (auto _ : state) {
     text.clear();
     zqText.Clear();
-    for (int i = 0; i < kValuesPerIteration; ++i) append(text, zqText, i);
+    for (int i = 0; i < kValuesPerIteration; ++i)
+      append(text, zqText, i);
     benchmark::DoNotOptimize(text.data());
     benchmark::DoNotOptimize(zqText.c_str());
   }
@@ -107,7 +109,8 @@ std::vector<std::string> const &NumberTexts() {
     std::uniform_int_distribution<int> exponent(-30, 30);
     for (int i = 0; i < kValuesPerIteration; ++i) {
       char buffer[64];
-      std::snprintf(buffer, sizeof buffer, i % 2 == 0 ? "%.17g" : "%.6g", mantissa(random) * std::pow(10.0, exponent(random)));
+      std::snprintf(buffer, sizeof buffer, i % 2 == 0 ? "%.17g" : "%.6g",
+                    mantissa(random) * std::pow(10.0, exponent(random)));
       built.emplace_back(buffer);
     }
     return built;
@@ -117,9 +120,11 @@ std::vector<std::string> const &NumberTexts() {
 
 void ParseOurs(benchmark::State &state) {
   std::vector<ZQString> texts;
-  for (std::string const &text : NumberTexts()) texts.emplace_back(text.c_str());
+  for (std::string const &text : NumberTexts())
+    texts.emplace_back(text.c_str());
   for (auto _ : state) {
-    for (ZQString const &text : texts) benchmark::DoNotOptimize(text.AsFloat64(false));
+    for (ZQString const &text : texts)
+      benchmark::DoNotOptimize(text.AsFloat64(false));
   }
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kValuesPerIteration));
 }
@@ -127,7 +132,8 @@ void ParseOurs(benchmark::State &state) {
 void ParsePlain(benchmark::State &state) {
   std::vector<std::string> const &texts = NumberTexts();
   for (auto _ : state) {
-    for (std::string const &text : texts) benchmark::DoNotOptimize(std::strtod(text.c_str(), nullptr));
+    for (std::string const &text : texts)
+      benchmark::DoNotOptimize(std::strtod(text.c_str(), nullptr));
   }
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kValuesPerIteration));
 }

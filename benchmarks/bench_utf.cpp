@@ -19,7 +19,8 @@ constexpr std::size_t kTextBytes = 64 * 1024;
 std::string AsciiText() {
   std::string text;
   static constexpr char kWords[] = "the quick brown fox jumps over the lazy dog 0123456789, ";
-  while (text.size() < kTextBytes) text += kWords;
+  while (text.size() < kTextBytes)
+    text += kWords;
   return text;
 }
 
@@ -29,7 +30,8 @@ std::string MixedText() {
   std::mt19937 random(42);
   std::uniform_int_distribution<int> pick(0, 3);
   std::string text;
-  while (text.size() < kTextBytes) text += kSequences[pick(random)];
+  while (text.size() < kTextBytes)
+    text += kSequences[pick(random)];
   return text;
 }
 
@@ -75,8 +77,7 @@ void ToUTF8Ours(benchmark::State &state, bool mixed) {
 }
 
 // One iconv pass into an output sized for the worst case, then trimmed.
-template <typename Out, typename In>
-void IconvInto(iconv_t converter, In const &in, Out &out, std::size_t maxUnits) {
+template <typename Out, typename In> void IconvInto(iconv_t converter, In const &in, Out &out, std::size_t maxUnits) {
   out.resize(maxUnits);
   auto *source = const_cast<char *>(reinterpret_cast<char const *>(in.data()));
   std::size_t sourceLeft = in.size() * sizeof(typename In::value_type);

@@ -95,8 +95,8 @@ int main(int argc, char **argv) {
   }
   zq::ZQMPT &mpt = context->GetMPT();
   mpt.SetName("host");
-  std::printf("[rank %d] process %d of %d; communicator '%s' has %d processes, this one is rank %d\n", rank,
-              rank + 1, nProcs, mpt.GetName(), mpt.GetNProcs(), mpt.GetProcRank());
+  std::printf("[rank %d] process %d of %d; communicator '%s' has %d processes, this one is rank %d\n", rank, rank + 1,
+              nProcs, mpt.GetName(), mpt.GetNProcs(), mpt.GetProcRank());
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
 

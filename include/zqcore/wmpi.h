@@ -68,12 +68,11 @@ ZQ_WMPI_EXPORT int WMPI_Comm_rank(unsigned long long comm, int *rank);
 
 ZQ_WMPI_EXPORT int WMPI_Barrier(unsigned long long comm);
 ZQ_WMPI_EXPORT int WMPI_Bcast(void *buffer, int count, int datatype, int root, unsigned long long comm);
-ZQ_WMPI_EXPORT int WMPI_Allgather(void *send, int sendCount, int sendType, void *recv, int recvCount,
-                                  int recvType, unsigned long long comm);
-ZQ_WMPI_EXPORT int WMPI_Alltoall(void *send, int sendCount, int sendType, void *recv, int recvCount,
-                                 int recvType, unsigned long long comm);
-ZQ_WMPI_EXPORT int WMPI_Allreduce(void *send, void *recv, int count, int datatype, int op,
+ZQ_WMPI_EXPORT int WMPI_Allgather(void *send, int sendCount, int sendType, void *recv, int recvCount, int recvType,
                                   unsigned long long comm);
+ZQ_WMPI_EXPORT int WMPI_Alltoall(void *send, int sendCount, int sendType, void *recv, int recvCount, int recvType,
+                                 unsigned long long comm);
+ZQ_WMPI_EXPORT int WMPI_Allreduce(void *send, void *recv, int count, int datatype, int op, unsigned long long comm);
 
 ZQ_WMPI_EXPORT int WMPI_Send(void *buffer, int count, int datatype, int dest, int tag, unsigned long long comm);
 ZQ_WMPI_EXPORT int WMPI_Recv(void *buffer, int count, int datatype, int source, int tag, unsigned long long comm,

@@ -16,9 +16,7 @@ bool API::Unlock(char const *key) {
   return true;
 }
 
-bool API::Initialize(int *argc, char ***argv) {
-  return ZQAPI::IsInitialized() || ZQAPI::Initialize(argc, argv);
-}
+bool API::Initialize(int *argc, char ***argv) { return ZQAPI::IsInitialized() || ZQAPI::Initialize(argc, argv); }
 
 bool API::Finalize() {
   if (!ZQAPI::IsInitialized()) {

@@ -24,7 +24,7 @@ struct Vocabulary {
 };
 
 // Enumerators are spelled as their texts, so each entry is generated from its name.
-#define ZQ_ENTRY(Enum, name)                                                                                 \
+#define ZQ_ENTRY(Enum, name)                                                                                           \
   Entry { static_cast<int>(Types::Enum::name), #name }
 #define ZQ_STATUS(name) ZQ_ENTRY(StatusCode_t, name)
 
@@ -217,9 +217,7 @@ int ValueOf(Vocabulary const &vocabulary, wchar_t const *text) {
 
 } // namespace
 
-char const *Types::StatusCodeToString(StatusCode_t code) {
-  return TextOf(statusCodes, static_cast<int>(code));
-}
+char const *Types::StatusCodeToString(StatusCode_t code) { return TextOf(statusCodes, static_cast<int>(code)); }
 long long Types::ParseStatusCode(char const *text) { return ValueOf(statusCodes, text); }
 long long Types::ParseStatusCode(wchar_t const *text) { return ValueOf(statusCodes, text); }
 
@@ -227,15 +225,9 @@ char const *Types::LogLevelToString(LogLevel_t level) { return TextOf(logLevels,
 Types::LogLevel_t Types::ParseLogLevel(char const *text) { return LogLevel_t(ValueOf(logLevels, text)); }
 Types::LogLevel_t Types::ParseLogLevel(wchar_t const *text) { return LogLevel_t(ValueOf(logLevels, text)); }
 
-char const *Types::VariantTypeToString(VariantType_t type) {
-  return TextOf(variantTypes, static_cast<int>(type));
-}
-Types::VariantType_t Types::ParseVariantType(char const *text) {
-  return VariantType_t(ValueOf(variantTypes, text));
-}
-Types::VariantType_t Types::ParseVariantType(wchar_t const *text) {
-  return VariantType_t(ValueOf(variantTypes, text));
-}
+char const *Types::VariantTypeToString(VariantType_t type) { return TextOf(variantTypes, static_cast<int>(type)); }
+Types::VariantType_t Types::ParseVariantType(char const *text) { return VariantType_t(ValueOf(variantTypes, text)); }
+Types::VariantType_t Types::ParseVariantType(wchar_t const *text) { return VariantType_t(ValueOf(variantTypes, text)); }
 
 char const *Types::TransformTypeToString(TransformType_t type) {
   return TextOf(transformTypes, static_cast<int>(type));
@@ -247,14 +239,8 @@ Types::TransformType_t Types::ParseTransformType(wchar_t const *text) {
   return TransformType_t(ValueOf(transformTypes, text));
 }
 
-char const *Types::BufferModeToString(BufferMode_t mode) {
-  return TextOf(bufferModes, static_cast<int>(mode));
-}
-Types::BufferMode_t Types::ParseBufferMode(char const *text) {
-  return BufferMode_t(ValueOf(bufferModes, text));
-}
-Types::BufferMode_t Types::ParseBufferMode(wchar_t const *text) {
-  return BufferMode_t(ValueOf(bufferModes, text));
-}
+char const *Types::BufferModeToString(BufferMode_t mode) { return TextOf(bufferModes, static_cast<int>(mode)); }
+Types::BufferMode_t Types::ParseBufferMode(char const *text) { return BufferMode_t(ValueOf(bufferModes, text)); }
+Types::BufferMode_t Types::ParseBufferMode(wchar_t const *text) { return BufferMode_t(ValueOf(bufferModes, text)); }
 
 } // namespace Velmora::Tessara::ZQ::Core

@@ -20,8 +20,6 @@ ZQMPT &ZQContext::GetMPT() { return mpt; }
 
 int ZQContext::GetNProcs(ZQContext const *context) { return context != nullptr ? context->mpt.GetNProcs() : 1; }
 
-int ZQContext::GetProcRank(ZQContext const *context) {
-  return context != nullptr ? context->mpt.GetProcRank() : 0;
-}
+int ZQContext::GetProcRank(ZQContext const *context) { return context != nullptr ? context->mpt.GetProcRank() : 0; }
 
 } // namespace Velmora::Tessara::ZQ::Core

@@ -115,8 +115,8 @@ void ZQMPT::DuplicateCommunicator(unsigned long long parentComm, unsigned long l
 }
 
 void ZQMPT::FreeCommunicator(unsigned long long *handle) {
-  if (handle == nullptr || *handle == WMPI_COMM_NULL || *handle == WMPI_COMM_WORLD ||
-      *handle == WMPI_COMM_SELF || !_isInitialized) {
+  if (handle == nullptr || *handle == WMPI_COMM_NULL || *handle == WMPI_COMM_WORLD || *handle == WMPI_COMM_SELF ||
+      !_isInitialized) {
     return;
   }
   Check(WMPI_Comm_free(handle));

@@ -5,9 +5,7 @@ namespace Velmora::Tessara::ZQ::Core {
 
 namespace {
 
-ZQErrorStack *ErrorStackOf(ZQContext *context) {
-  return context != nullptr ? &context->GetErrorStack() : nullptr;
-}
+ZQErrorStack *ErrorStackOf(ZQContext *context) { return context != nullptr ? &context->GetErrorStack() : nullptr; }
 
 ZQMPT *MPTOf(ZQContext *context) { return context != nullptr ? &context->GetMPT() : nullptr; }
 

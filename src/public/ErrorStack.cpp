@@ -58,9 +58,7 @@ void ErrorStack::Push(wchar_t const *message) {
   }
 }
 
-String ErrorStack::GetLastMsg() const {
-  return errorStack != nullptr ? ToPublic(errorStack->GetLastMsg()) : String();
-}
+String ErrorStack::GetLastMsg() const { return errorStack != nullptr ? ToPublic(errorStack->GetLastMsg()) : String(); }
 String ErrorStack::Pop() { return errorStack != nullptr ? ToPublic(errorStack->Pop()) : String(); }
 void ErrorStack::SetMsgFromErrno() {
   if (errorStack != nullptr) {

@@ -222,15 +222,9 @@ String &String::ExpandEnvironVars(bool expandSpecials) {
   return *this;
 }
 
-String String::Substring(long long start, long long end) const {
-  return ToPublic(string->Substring(start, end));
-}
-String String::CommonPrefix(String const &other) const {
-  return ToPublic(string->CommonPrefix(*other.string));
-}
-String String::CommonSuffix(String const &other) const {
-  return ToPublic(string->CommonSuffix(*other.string));
-}
+String String::Substring(long long start, long long end) const { return ToPublic(string->Substring(start, end)); }
+String String::CommonPrefix(String const &other) const { return ToPublic(string->CommonPrefix(*other.string)); }
+String String::CommonSuffix(String const &other) const { return ToPublic(string->CommonSuffix(*other.string)); }
 
 bool String::AsBoolean() const { return string->AsBoolean(); }
 signed char String::AsInt8() const { return string->AsInt8(); }
@@ -246,9 +240,7 @@ long long String::AsSSize(bool &failed) const { return string->AsSSize(failed); 
 float String::AsFloat32(bool useScanner) const { return string->AsFloat32(useScanner); }
 float String::AsFloat32(bool &failed, bool useScanner) const { return string->AsFloat32(failed, useScanner); }
 double String::AsFloat64(bool useScanner) const { return string->AsFloat64(useScanner); }
-double String::AsFloat64(bool &failed, bool useScanner) const {
-  return string->AsFloat64(failed, useScanner);
-}
+double String::AsFloat64(bool &failed, bool useScanner) const { return string->AsFloat64(failed, useScanner); }
 
 void String::Pack(MPT &mpt) const { string->Pack(*detail::FacadeAccess::Inner(mpt)); }
 void String::Unpack(MPT &mpt) { string->Unpack(*detail::FacadeAccess::Inner(mpt)); }

@@ -39,14 +39,15 @@ char LowerByte(char c) { return static_cast<char>(std::tolower(static_cast<unsig
 // True when `text`, lowered byte by byte, equals `lowerWord`.
 bool EqualsLowered(Bytes text, Bytes lowerWord) {
   return text.size() == lowerWord.size() &&
-         std::equal(text.begin(), text.end(), lowerWord.begin(),
-                    [](char a, char b) { return LowerByte(a) == b; });
+         std::equal(text.begin(), text.end(), lowerWord.begin(), [](char a, char b) { return LowerByte(a) == b; });
 }
 
 // `text` without the whitespace at both ends.
 Bytes Trimmed(Bytes text) {
-  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  while (!text.empty() && IsSpace(text.front()))
+    text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back()))
+    text.remove_suffix(1);
   return text;
 }
 
@@ -54,7 +55,8 @@ long long Position(std::size_t at) { return at == npos ? -1 : static_cast<long l
 
 // First occurrence of `pattern` at or behind `from`, or npos.
 std::size_t FindBytes(std::string const &text, Bytes pattern, std::size_t from) {
-  if (from > text.size()) return npos;
+  if (from > text.size())
+    return npos;
   void const *found = memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
   return found == nullptr ? npos : static_cast<std::size_t>(static_cast<char const *>(found) - text.data());
 }
@@ -64,16 +66,15 @@ bool StartsWithBytes(std::string const &text, Bytes pattern) {
 }
 
 bool EndsWithBytes(std::string const &text, Bytes pattern) {
-  return !text.empty() && pattern.size() <= text.size() &&
-         Bytes(text).substr(text.size() - pattern.size()) == pattern;
+  return !text.empty() && pattern.size() <= text.size() && Bytes(text).substr(text.size() - pattern.size()) == pattern;
 }
 
 // Visits the starts of the non-overlapping occurrences of `pattern`, from the left. An
 // empty pattern has none: it would match at the same place for ever. Many short gaps make
 // the plain search cheaper here than memmem, whose set-up is paid per call.
-template <typename Visit>
-void ForEachOccurrence(std::string const &text, Bytes pattern, Visit visit) {
-  if (pattern.empty()) return;
+template <typename Visit> void ForEachOccurrence(std::string const &text, Bytes pattern, Visit visit) {
+  if (pattern.empty())
+    return;
   for (std::size_t at = text.find(pattern.data(), 0, pattern.size()); at != npos;
        at = text.find(pattern.data(), at + pattern.size(), pattern.size())) {
     visit(at);
@@ -91,7 +92,8 @@ long long CountOccurrences(std::string const &text, Bytes pattern) {
 long long ReplaceAll(std::string &text, Bytes from, Bytes to) {
   std::vector<std::size_t> matches;
   ForEachOccurrence(text, from, [&](std::size_t at) { matches.push_back(at); });
-  if (matches.empty()) return 0;
+  if (matches.empty())
+    return 0;
   std::string result;
   result.reserve(text.size() - matches.size() * from.size() + matches.size() * to.size());
   std::size_t start = 0;
@@ -114,36 +116,37 @@ void StripSpaceRight(std::string &text) {
 }
 
 void StripTextLeft(std::string &text, Bytes pattern) {
-  if (StartsWithBytes(text, pattern)) text.erase(0, pattern.size());
+  if (StartsWithBytes(text, pattern))
+    text.erase(0, pattern.size());
 }
 
 void StripTextRight(std::string &text, Bytes pattern) {
-  if (EndsWithBytes(text, pattern)) text.resize(text.size() - pattern.size());
+  if (EndsWithBytes(text, pattern))
+    text.resize(text.size() - pattern.size());
 }
 
-template <typename Test>
-bool EveryByte(std::string const &text, Test test) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
-           return test(static_cast<unsigned char>(c)) != 0;
-         });
+template <typename Test> bool EveryByte(std::string const &text, Test test) {
+  return !text.empty() &&
+         std::all_of(text.begin(), text.end(), [&](char c) { return test(static_cast<unsigned char>(c)) != 0; });
 }
 
 // At least one letter, and every letter passes `inCase`.
-template <typename Test>
-bool LettersAllIn(std::string const &text, Test inCase) {
+template <typename Test> bool LettersAllIn(std::string const &text, Test inCase) {
   bool anyLetter = false;
   for (char c : text) {
     auto const byte = static_cast<unsigned char>(c);
-    if (std::isalpha(byte) == 0) continue;
-    if (inCase(byte) == 0) return false;
+    if (std::isalpha(byte) == 0)
+      continue;
+    if (inCase(byte) == 0)
+      return false;
     anyLetter = true;
   }
   return anyLetter;
 }
 
-template <typename Map>
-void MapBytes(std::string &text, Map map) {
-  for (char &c : text) c = static_cast<char>(map(static_cast<unsigned char>(c)));
+template <typename Map> void MapBytes(std::string &text, Map map) {
+  for (char &c : text)
+    c = static_cast<char>(map(static_cast<unsigned char>(c)));
 }
 
 // Sizes for the narrow string underneath; beyond its limit it raises its length error.
@@ -161,20 +164,21 @@ constexpr int kTextBufferSize = 256;
 constexpr int kMediumBufferSize = 4096;
 
 template <typename Value>
-void AppendFormattedInto(std::string &text, char *buffer, std::size_t size, int expected,
-                         char const *format, Value value) {
+void AppendFormattedInto(std::string &text, char *buffer, std::size_t size, int expected, char const *format,
+                         Value value) {
   int const length = std::snprintf(buffer, size, format, value);
-  if (length < 0 || length > expected) ZQ_AbortWithErrno(-1);
+  if (length < 0 || length > expected)
+    ZQ_AbortWithErrno(-1);
   text.append(buffer, static_cast<std::size_t>(length));
 }
 
 // Formats `value` on the stack when it fits, growing to 256 and 4096 bytes and only then
 // to the heap; the first formatting tells the length. A formatter error ends the process.
-template <typename Value>
-void AppendFormatted(std::string &text, int firstSize, char const *format, Value value) {
+template <typename Value> void AppendFormatted(std::string &text, int firstSize, char const *format, Value value) {
   char small[kTextBufferSize];
   int const length = std::snprintf(small, static_cast<std::size_t>(firstSize), format, value);
-  if (length < 0) ZQ_AbortWithErrno(-1);
+  if (length < 0)
+    ZQ_AbortWithErrno(-1);
   if (length < firstSize) {
     text.append(small, static_cast<std::size_t>(length));
   } else if (length < kTextBufferSize) {
@@ -193,15 +197,13 @@ void AppendFormatted(std::string &text, int firstSize, char const *format, Value
 // notation: printf's "%.<precision>g" in the "C" locale, whatever the current locale.
 void AppendClassicGeneral(std::string &text, double value, int precision) {
   char buffer[64];
-  auto const result =
-      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, precision);
+  auto const result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, precision);
   text.append(buffer, result.ptr);
 }
 
 // ---- Parsers ----
 
-template <typename Int>
-Int ParseWithStrtol(std::string const &text, bool &failed) {
+template <typename Int> Int ParseWithStrtol(std::string const &text, bool &failed) {
   failed = false;
   if (!text.empty()) {
     char const *begin = text.c_str();
@@ -213,7 +215,8 @@ Int ParseWithStrtol(std::string const &text, bool &failed) {
     bool const nothingRead = end == begin && value == 0;
     // strtol reads 64 bits here, so the type's own range decides for 32 bits as well.
     bool const outOfType = value < std::numeric_limits<Int>::min() || value > std::numeric_limits<Int>::max();
-    if (!rangeError && !otherError && !nothingRead && !outOfType) return static_cast<Int>(value);
+    if (!rangeError && !otherError && !nothingRead && !outOfType)
+      return static_cast<Int>(value);
   }
   failed = true;
   return std::numeric_limits<Int>::max();
@@ -225,8 +228,7 @@ bool ScanReal(char const *text, double &value) { return std::sscanf(text, "%lf",
 bool IsClassicSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool IsDecimalDigit(char c) { return c >= '0' && c <= '9'; }
 
-template <typename Real>
-bool ExtractWithClassicStream(std::string const &text, Real &value) {
+template <typename Real> bool ExtractWithClassicStream(std::string const &text, Real &value) {
   std::istringstream stream(text);
   stream.imbue(std::locale::classic());
   stream >> value;
@@ -237,13 +239,14 @@ bool ExtractWithClassicStream(std::string const &text, Real &value) {
 // it takes a sign, digits with at most one point, and an exponent once a digit was seen;
 // the number is good when the mantissa has a digit and a started exponent has one too.
 // Values that do not convert plainly (out of range) are left to the stream itself.
-template <typename Real>
-bool ExtractClassic(std::string const &text, Real &value) {
+template <typename Real> bool ExtractClassic(std::string const &text, Real &value) {
   char const *p = text.data();
   char const *const end = p + text.size();
-  while (p < end && IsClassicSpace(*p)) ++p;
+  while (p < end && IsClassicSpace(*p))
+    ++p;
   char const *const start = p;
-  if (p < end && (*p == '+' || *p == '-')) ++p;
+  if (p < end && (*p == '+' || *p == '-'))
+    ++p;
   bool mantissaDigit = false;
   bool point = false;
   for (; p < end; ++p) {
@@ -255,22 +258,26 @@ bool ExtractClassic(std::string const &text, Real &value) {
       break;
     }
   }
-  if (!mantissaDigit) return false;
+  if (!mantissaDigit)
+    return false;
   if (p < end && (*p == 'e' || *p == 'E')) {
     ++p;
-    if (p < end && (*p == '+' || *p == '-')) ++p;
+    if (p < end && (*p == '+' || *p == '-'))
+      ++p;
     char const *const exponent = p;
-    while (p < end && IsDecimalDigit(*p)) ++p;
-    if (p == exponent) return false;
+    while (p < end && IsDecimalDigit(*p))
+      ++p;
+    if (p == exponent)
+      return false;
   }
   auto const result = std::from_chars(*start == '+' ? start + 1 : start, p, value);
-  if (result.ec == std::errc() && result.ptr == p) return true;
+  if (result.ec == std::errc() && result.ptr == p)
+    return true;
   return ExtractWithClassicStream(text, value);
 }
 
 // "nan", "inf" and "-inf" in any case, with blanks around them.
-template <typename Real>
-bool ParseSpecialReal(std::string const &text, Real &value) {
+template <typename Real> bool ParseSpecialReal(std::string const &text, Real &value) {
   Bytes const word = Trimmed(text);
   if (EqualsLowered(word, "nan")) {
     value = std::numeric_limits<Real>::quiet_NaN();
@@ -284,13 +291,13 @@ bool ParseSpecialReal(std::string const &text, Real &value) {
   return true;
 }
 
-template <typename Real>
-Real ParseReal(std::string const &text, bool &failed, bool useScanner) {
+template <typename Real> Real ParseReal(std::string const &text, bool &failed, bool useScanner) {
   failed = false;
   Real value = 0;
   if (!text.empty()) {
     bool const parsed = useScanner ? ScanReal(text.c_str(), value) : ExtractClassic(text, value);
-    if (parsed || ParseSpecialReal(text, value)) return value;
+    if (parsed || ParseSpecialReal(text, value))
+      return value;
   }
   failed = true;
   return std::numeric_limits<Real>::max();
@@ -300,10 +307,14 @@ Real ParseReal(std::string const &text, bool &failed, bool useScanner) {
 
 char ClosingDelimiter(char open) {
   switch (open) {
-  case '{': return '}';
-  case '(': return ')';
-  case '%': return '%';
-  default: return '\0';
+  case '{':
+    return '}';
+  case '(':
+    return ')';
+  case '%':
+    return '%';
+  default:
+    return '\0';
   }
 }
 
@@ -316,14 +327,19 @@ public:
   std::size_t VariableEnd(std::string const &text, std::size_t at) {
     std::size_t begin = text[at] == '$' ? at + 1 : at;
     char const close = begin < text.size() ? ClosingDelimiter(text[begin]) : '\0';
-    if (close != '\0') ++begin;
+    if (close != '\0')
+      ++begin;
     StartName();
     for (std::size_t q = begin; q < text.size(); ++q) {
       char const c = text[q];
-      if (c == close || IsSpace(c) || !ExtendName(c)) return npos;
-      if (!IsNameDefined()) continue;
-      if (close == '\0') return q + 1;
-      if (q + 1 < text.size() && text[q + 1] == close) return q + 2;
+      if (c == close || IsSpace(c) || !ExtendName(c))
+        return npos;
+      if (!IsNameDefined())
+        continue;
+      if (close == '\0')
+        return q + 1;
+      if (q + 1 < text.size() && text[q + 1] == close)
+        return q + 2;
     }
     return npos;
   }
@@ -365,7 +381,8 @@ void ExpandEnvironment(std::string &text) {
     std::size_t const mark = std::min(text.find_first_of("$%", p), text.size());
     expanded.append(text, p, mark - p);
     p = mark;
-    if (p == text.size()) break;
+    if (p == text.size())
+      break;
     std::size_t const end = scanner.VariableEnd(text, p);
     if (end == npos) {
       expanded += text[p++];
@@ -375,7 +392,8 @@ void ExpandEnvironment(std::string &text) {
     anyExpansion = true;
     p = end;
   }
-  if (anyExpansion) text.swap(expanded);
+  if (anyExpansion)
+    text.swap(expanded);
 }
 
 struct SpecialSlot {
@@ -386,15 +404,18 @@ struct SpecialSlot {
 std::string FirstSetValue(std::initializer_list<char const *> names) {
   ZQString value;
   for (char const *name : names) {
-    if (ZQOSUtil::GetEnv(nullptr, name, value) && !value.IsEmpty()) break;
+    if (ZQOSUtil::GetEnv(nullptr, name, value) && !value.IsEmpty())
+      break;
   }
   return value.c_str();
 }
 
 std::vector<SpecialSlot> SpecialSlots() {
   std::string libraryDirectory = FirstSetValue({"ZQ_TMPDIR"});
-  if (libraryDirectory.empty()) libraryDirectory = FirstSetValue({"TEMP", "TMP", "TMPDIR"});
-  if (libraryDirectory.empty()) libraryDirectory = "/tmp";
+  if (libraryDirectory.empty())
+    libraryDirectory = FirstSetValue({"TEMP", "TMP", "TMPDIR"});
+  if (libraryDirectory.empty())
+    libraryDirectory = "/tmp";
   return {{FirstSetValue({"USERNAME", "USER"}), {"USERNAME", "USER"}},
           {FirstSetValue({"HOSTNAME", "COMPUTERNAME", "HOST"}), {"HOSTNAME", "COMPUTERNAME", "HOST"}},
           {std::to_string(ZQOSUtil::GetPID()), {"PID"}},
@@ -411,12 +432,14 @@ bool SweepSpecialTokens(std::string &text, std::vector<SpecialSlot> const &slots
   bool replaced = false;
   std::string token;
   for (SpecialSlot const &slot : slots) {
-    if (slot.value.empty()) continue;
+    if (slot.value.empty())
+      continue;
     for (char const *name : slot.names) {
       for (char start : kStarts) {
         for (char const *pair : kPairs) {
           token.assign(1, start);
-          if (pair[0] != start) token += pair[0];
+          if (pair[0] != start)
+            token += pair[0];
           token += name;
           token += pair[1];
           replaced = ReplaceAll(text, token, slot.value) > 0 || replaced;
@@ -432,7 +455,8 @@ void ExpandSpecials(std::string &text) {
   // A chain of values resolves within one sweep per slot; beyond that a value leads back
   // to its own token and the sweeps would repeat for ever.
   std::size_t sweeps = 0;
-  while (sweeps < slots.size() && SweepSpecialTokens(text, slots)) ++sweeps;
+  while (sweeps < slots.size() && SweepSpecialTokens(text, slots))
+    ++sweeps;
 }
 
 } // namespace
@@ -448,14 +472,13 @@ ZQString::ZQString(wchar_t c) { *this = c; }
 ZQString::ZQString(char const *other) : text(other != nullptr ? other : "") {}
 
 ZQString::ZQString(char const *bytes, long long size) {
-  if (bytes != nullptr && size > 0) text.assign(bytes, static_cast<std::size_t>(size));
+  if (bytes != nullptr && size > 0)
+    text.assign(bytes, static_cast<std::size_t>(size));
 }
 
 ZQString::ZQString(wchar_t const *wide) { ZQStringEncoding::WideToUTF8(nullptr, wide, text); }
 
-ZQString::ZQString(wchar_t const *wide, long long size) {
-  ZQStringEncoding::WideToUTF8(nullptr, wide, size, text);
-}
+ZQString::ZQString(wchar_t const *wide, long long size) { ZQStringEncoding::WideToUTF8(nullptr, wide, size, text); }
 
 ZQString::ZQString(ZQString const &other) : text(other.text) {}
 
@@ -495,7 +518,8 @@ ZQString &ZQString::operator=(ZQString &&other) noexcept {
 }
 
 void ZQString::Copy(ZQString const &other) {
-  if (this != &other) text = other.text;
+  if (this != &other)
+    text = other.text;
 }
 
 // ---- Appending ----
@@ -506,7 +530,8 @@ ZQString &ZQString::operator+=(char c) {
 }
 
 ZQString &ZQString::operator+=(char const *other) {
-  if (other != nullptr) text += other;
+  if (other != nullptr)
+    text += other;
   return *this;
 }
 
@@ -544,8 +569,7 @@ void ZQString::Add(long long value, char const *format) {
 }
 
 void ZQString::Add(float value, char const *format) {
-  AppendFormatted(text, kNumberBufferSize, format != nullptr ? format : GetFloat32Format(),
-                  static_cast<double>(value));
+  AppendFormatted(text, kNumberBufferSize, format != nullptr ? format : GetFloat32Format(), static_cast<double>(value));
 }
 
 void ZQString::Add(double value, char const *format) {
@@ -553,7 +577,8 @@ void ZQString::Add(double value, char const *format) {
 }
 
 void ZQString::Add(char const *value, char const *format) {
-  if (value == nullptr) return;
+  if (value == nullptr)
+    return;
   if (format == nullptr) {
     text += value;
   } else {
@@ -588,13 +613,9 @@ bool ZQString::IsInitialized() const { return !text.empty(); }
 
 bool ZQString::IsValidIndex(long long i) const { return -Size() < i && i < Size(); }
 
-char &ZQString::operator[](long long i) {
-  return text[static_cast<std::size_t>(i < 0 ? i + Size() : i)];
-}
+char &ZQString::operator[](long long i) { return text[static_cast<std::size_t>(i < 0 ? i + Size() : i)]; }
 
-char const &ZQString::operator[](long long i) const {
-  return text[static_cast<std::size_t>(i < 0 ? i + Size() : i)];
-}
+char const &ZQString::operator[](long long i) const { return text[static_cast<std::size_t>(i < 0 ? i + Size() : i)]; }
 
 char ZQString::at(long long i) const { return (*this)[i]; }
 
@@ -665,13 +686,9 @@ long long ZQString::ReverseFind(char const *pattern) const {
   return pattern == nullptr ? -1 : Position(text.rfind(pattern));
 }
 
-long long ZQString::ReverseFind(ZQString const &pattern) const {
-  return Position(text.rfind(pattern.text));
-}
+long long ZQString::ReverseFind(ZQString const &pattern) const { return Position(text.rfind(pattern.text)); }
 
-long long ZQString::Count(char c) const {
-  return static_cast<long long>(std::count(text.begin(), text.end(), c));
-}
+long long ZQString::Count(char c) const { return static_cast<long long>(std::count(text.begin(), text.end(), c)); }
 
 long long ZQString::Count(char const *pattern) const {
   return pattern == nullptr ? 0 : CountOccurrences(text, pattern);
@@ -681,29 +698,39 @@ long long ZQString::Count(ZQString const &pattern) const { return CountOccurrenc
 
 bool ZQString::StartsWith(char c) const { return !text.empty() && text.front() == c; }
 
-bool ZQString::StartsWith(char const *pattern) const {
-  return pattern != nullptr && StartsWithBytes(text, pattern);
-}
+bool ZQString::StartsWith(char const *pattern) const { return pattern != nullptr && StartsWithBytes(text, pattern); }
 
 bool ZQString::StartsWith(ZQString const &pattern) const { return StartsWithBytes(text, pattern.text); }
 
 bool ZQString::EndsWith(char c) const { return !text.empty() && text.back() == c; }
 
-bool ZQString::EndsWith(char const *pattern) const {
-  return pattern != nullptr && EndsWithBytes(text, pattern);
-}
+bool ZQString::EndsWith(char const *pattern) const { return pattern != nullptr && EndsWithBytes(text, pattern); }
 
 bool ZQString::EndsWith(ZQString const &pattern) const { return EndsWithBytes(text, pattern.text); }
 
 // ---- Classification ----
 
-bool ZQString::IsAlphaNumeric() const { return EveryByte(text, [](unsigned char c) { return std::isalnum(c); }); }
-bool ZQString::IsAlphabetic() const { return EveryByte(text, [](unsigned char c) { return std::isalpha(c); }); }
-bool ZQString::IsDigit() const { return EveryByte(text, [](unsigned char c) { return std::isdigit(c); }); }
-bool ZQString::IsSpace() const { return EveryByte(text, [](unsigned char c) { return std::isspace(c); }); }
-bool ZQString::IsBlank() const { return EveryByte(text, [](unsigned char c) { return c == ' ' || c == '\t'; }); }
-bool ZQString::IsLower() const { return LettersAllIn(text, [](unsigned char c) { return std::islower(c); }); }
-bool ZQString::IsUpper() const { return LettersAllIn(text, [](unsigned char c) { return std::isupper(c); }); }
+bool ZQString::IsAlphaNumeric() const {
+  return EveryByte(text, [](unsigned char c) { return std::isalnum(c); });
+}
+bool ZQString::IsAlphabetic() const {
+  return EveryByte(text, [](unsigned char c) { return std::isalpha(c); });
+}
+bool ZQString::IsDigit() const {
+  return EveryByte(text, [](unsigned char c) { return std::isdigit(c); });
+}
+bool ZQString::IsSpace() const {
+  return EveryByte(text, [](unsigned char c) { return std::isspace(c); });
+}
+bool ZQString::IsBlank() const {
+  return EveryByte(text, [](unsigned char c) { return c == ' ' || c == '\t'; });
+}
+bool ZQString::IsLower() const {
+  return LettersAllIn(text, [](unsigned char c) { return std::islower(c); });
+}
+bool ZQString::IsUpper() const {
+  return LettersAllIn(text, [](unsigned char c) { return std::isupper(c); });
+}
 
 // ---- Modification ----
 
@@ -719,7 +746,8 @@ ZQString &ZQString::Upper() {
 
 ZQString &ZQString::Capitalize() {
   Lower();
-  if (!text.empty()) text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+  if (!text.empty())
+    text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
   return *this;
 }
 
@@ -741,7 +769,8 @@ ZQString &ZQString::Replace(char from, char to) {
 }
 
 ZQString &ZQString::Replace(char const *from, char const *to) {
-  if (from != nullptr) ReplaceAll(text, from, to != nullptr ? Bytes(to) : Bytes());
+  if (from != nullptr)
+    ReplaceAll(text, from, to != nullptr ? Bytes(to) : Bytes());
   return *this;
 }
 
@@ -791,12 +820,14 @@ ZQString &ZQString::Strip(char const *pattern) { return LeftStrip(pattern).Right
 ZQString &ZQString::Strip(ZQString const &pattern) { return LeftStrip(pattern).RightStrip(pattern); }
 
 ZQString &ZQString::NormalizePath() {
-  if (text.size() < 2) return *this;
+  if (text.size() < 2)
+    return *this;
   // Dropping each slash that lands behind a backslash is what repeated replacement of
   // backslash-slash by backslash comes to, in one pass.
   std::size_t kept = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '/' && kept > 0 && text[kept - 1] == '\\') continue;
+    if (text[i] == '/' && kept > 0 && text[kept - 1] == '\\')
+      continue;
     text[kept++] = text[i];
   }
   text.resize(kept);
@@ -804,9 +835,11 @@ ZQString &ZQString::NormalizePath() {
 }
 
 ZQString &ZQString::ExpandEnvironVars(bool expandSpecials) {
-  if (text.empty()) return *this;
+  if (text.empty())
+    return *this;
   ExpandEnvironment(text);
-  if (expandSpecials) ExpandSpecials(text);
+  if (expandSpecials)
+    ExpandSpecials(text);
   return *this;
 }
 
@@ -830,7 +863,8 @@ ZQString ZQString::CommonSuffix(ZQString const &other) const {
   char const *mine = text.c_str();
   char const *theirs = other.text.c_str();
   std::size_t first = n + 1;
-  while (first > 0 && mine[first - 1] == theirs[first - 1]) --first;
+  while (first > 0 && mine[first - 1] == theirs[first - 1])
+    --first;
   return ZQString(mine + first, static_cast<long long>(n + 1 - first));
 }
 
@@ -846,13 +880,13 @@ bool ZQString::AsBoolean() const {
     return LowerByte(text[0]) != 'n' && LowerByte(text[1]) != 'o';
   case 5:
     for (std::size_t i = 0; i < 5; ++i) {
-      if (LowerByte(text[i]) == "false"[i]) return false;
+      if (LowerByte(text[i]) == "false"[i])
+        return false;
     }
     return true;
   default: {
     Bytes const word = Trimmed(text);
-    return !(word.empty() || EqualsLowered(word, "0") || EqualsLowered(word, "no") ||
-             EqualsLowered(word, "false"));
+    return !(word.empty() || EqualsLowered(word, "0") || EqualsLowered(word, "no") || EqualsLowered(word, "false"));
   }
   }
 }
@@ -886,7 +920,8 @@ long long ZQString::AsInt64() const {
 long long ZQString::AsInt64(bool &failed) const {
   failed = false;
   long long value = 0;
-  if (!text.empty() && std::sscanf(text.c_str(), "%lld", &value) == 1) return value;
+  if (!text.empty() && std::sscanf(text.c_str(), "%lld", &value) == 1)
+    return value;
   failed = true;
   return std::numeric_limits<long long>::max();
 }
@@ -900,18 +935,14 @@ float ZQString::AsFloat32(bool useScanner) const {
   return AsFloat32(failed, useScanner);
 }
 
-float ZQString::AsFloat32(bool &failed, bool useScanner) const {
-  return ParseReal<float>(text, failed, useScanner);
-}
+float ZQString::AsFloat32(bool &failed, bool useScanner) const { return ParseReal<float>(text, failed, useScanner); }
 
 double ZQString::AsFloat64(bool useScanner) const {
   bool failed = false;
   return AsFloat64(failed, useScanner);
 }
 
-double ZQString::AsFloat64(bool &failed, bool useScanner) const {
-  return ParseReal<double>(text, failed, useScanner);
-}
+double ZQString::AsFloat64(bool &failed, bool useScanner) const { return ParseReal<double>(text, failed, useScanner); }
 
 void ZQString::Pack(ZQMPT &) const { detail::FatalError(); }
 

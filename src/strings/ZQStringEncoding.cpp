@@ -28,18 +28,15 @@ bool Refuse(ZQContext *context, int error, void (ZQErrorStack::*report)()) {
   return false;
 }
 
-bool RefuseTerminated(ZQContext *context) {
-  return Refuse(context, EOVERFLOW, &ZQErrorStack::SetMsgFromLastError);
-}
+bool RefuseTerminated(ZQContext *context) { return Refuse(context, EOVERFLOW, &ZQErrorStack::SetMsgFromLastError); }
 
-bool RefuseCounted(ZQContext *context) {
-  return Refuse(context, EINVAL, &ZQErrorStack::SetMsgFromErrno);
-}
+bool RefuseCounted(ZQContext *context) { return Refuse(context, EINVAL, &ZQErrorStack::SetMsgFromErrno); }
 
 // Both passes over `units` wide units; false when the result is too long to count.
 bool WideUnitsToUTF8(wchar_t const *source, std::size_t units, std::string &out) {
   std::size_t const bytes = detail::EncodedUTF8Size(source, units);
-  if (!FitsConverterCount(bytes)) return false;
+  if (!FitsConverterCount(bytes))
+    return false;
   out.resize(bytes);
   detail::EncodeUTF8(source, units, out.data(), bytes);
   return true;
@@ -55,8 +52,7 @@ bool ZQStringEncoding::WideToUTF8(ZQContext *context, wchar_t const *source, std
   return UTF32ToUTF8(context, source, out);
 }
 
-bool ZQStringEncoding::WideToUTF8(ZQContext *context, wchar_t const *source, long long length,
-                                  std::string &out) {
+bool ZQStringEncoding::WideToUTF8(ZQContext *context, wchar_t const *source, long long length, std::string &out) {
   return UTF32ToUTF8(context, source, length, out);
 }
 
@@ -70,19 +66,20 @@ bool ZQStringEncoding::UTF16ToUTF8(ZQContext *, wchar_t const *source, std::stri
   return source == nullptr;
 }
 
-bool ZQStringEncoding::UTF16ToUTF8(ZQContext *, wchar_t const *source, long long,
-                                   std::string &out) {
+bool ZQStringEncoding::UTF16ToUTF8(ZQContext *, wchar_t const *source, long long, std::string &out) {
   out.clear();
   return source == nullptr;
 }
 
 bool ZQStringEncoding::UTF8ToUTF32(ZQContext *context, char const *source, std::wstring &out) {
   out.clear();
-  if (source == nullptr) return true;
+  if (source == nullptr)
+    return true;
   auto const *bytes = reinterpret_cast<unsigned char const *>(source);
   std::size_t const size = std::strlen(source);
   detail::UTF8Census const census = detail::CensusUTF8(bytes, size);
-  if (!FitsConverterCount(census.units)) return RefuseTerminated(context);
+  if (!FitsConverterCount(census.units))
+    return RefuseTerminated(context);
   out.resize(census.units);
   detail::DecodeUTF8(bytes, size, census, out.data());
   return true;
@@ -90,14 +87,15 @@ bool ZQStringEncoding::UTF8ToUTF32(ZQContext *context, char const *source, std::
 
 bool ZQStringEncoding::UTF32ToUTF8(ZQContext *context, wchar_t const *source, std::string &out) {
   out.clear();
-  if (source == nullptr) return true;
+  if (source == nullptr)
+    return true;
   return WideUnitsToUTF8(source, std::wcslen(source), out) || RefuseTerminated(context);
 }
 
-bool ZQStringEncoding::UTF32ToUTF8(ZQContext *context, wchar_t const *source, long long length,
-                                   std::string &out) {
+bool ZQStringEncoding::UTF32ToUTF8(ZQContext *context, wchar_t const *source, long long length, std::string &out) {
   out.clear();
-  if (source == nullptr) return true;
+  if (source == nullptr)
+    return true;
   int const count = detail::NarrowToInt32(length);
   std::size_t units = 0;
   if (count == -1) {

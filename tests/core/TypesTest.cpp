@@ -9,9 +9,7 @@ namespace {
 using Velmora::Tessara::ZQ::Core::Types;
 
 // The vocabularies are ASCII, so widening byte by byte is an exact conversion.
-std::wstring Widen(char const *text) {
-  return std::wstring(text, text + std::char_traits<char>::length(text));
-}
+std::wstring Widen(char const *text) { return std::wstring(text, text + std::char_traits<char>::length(text)); }
 
 // Every value of a vocabulary has a text, and both parsers give the value back from it.
 template <typename Enum, typename ToText, typename Parse>

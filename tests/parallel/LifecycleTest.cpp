@@ -17,8 +17,8 @@ TEST(LibraryLifecycle, UnlockInitializeAndFinalizeInAnyRepetition) {
 
   ok = ok && zq::API::Unlock(nullptr) && zq::API::Unlock("any key");
   zq::ZQContext *inner = zq::ZQAPI::GetContext();
-  ok = ok && inner != nullptr && zq::API::GetContext() != nullptr &&
-       zq::API::GetContext()->GetContext() == inner && zq::ZQContext::GetNProcs(inner) == zqtest::WorldSize();
+  ok = ok && inner != nullptr && zq::API::GetContext() != nullptr && zq::API::GetContext()->GetContext() == inner &&
+       zq::ZQContext::GetNProcs(inner) == zqtest::WorldSize();
 
   ok = ok && zq::API::Initialize(nullptr, nullptr) && zq::API::Initialize(nullptr, nullptr) &&
        zq::ZQAPI::Initialize(nullptr, nullptr) && zq::API::IsInitialized() && zq::ZQAPI::IsInitialized();

@@ -46,8 +46,8 @@ TEST(MPT, ResetLeavesASingleProcessAndKeepsTheName) {
   ZQMPT mpt;
   mpt.SetName("solver");
   mpt.Reset();
-  bool ok = !mpt.IsInitialized() && mpt.GetNProcs() == 1 && mpt.GetProcRank() == 0 &&
-            std::string(mpt.GetName()) == "solver";
+  bool ok =
+      !mpt.IsInitialized() && mpt.GetNProcs() == 1 && mpt.GetProcRank() == 0 && std::string(mpt.GetName()) == "solver";
   mpt.Reset();
   ok = ok && !mpt.IsInitialized();
   EXPECT_TRUE(zqtest::AllRanks(ok));
@@ -69,9 +69,8 @@ TEST(MPT, CopyTakesAFreshCommunicatorAndAnEmptyName) {
   ZQMPT source;
   source.SetName("source");
   ZQMPT copy(source);
-  bool ok = copy.IsInitialized() && copy.GetMPIComm() != source.GetMPIComm() &&
-            std::string(copy.GetName()).empty() && copy.GetNProcs() == source.GetNProcs() &&
-            copy.GetProcRank() == source.GetProcRank();
+  bool ok = copy.IsInitialized() && copy.GetMPIComm() != source.GetMPIComm() && std::string(copy.GetName()).empty() &&
+            copy.GetNProcs() == source.GetNProcs() && copy.GetProcRank() == source.GetProcRank();
 
   ZQMPT assigned;
   assigned.SetName("kept");
@@ -94,11 +93,11 @@ TEST(Context, StartsWithUnsetLevelsAndKnowsItsPlace) {
   ZQContext context;
   bool ok = context.GetVerbosityLevel() == -1 && context.GetDebugLevel() == -1 &&
             ZQContext::GetNProcs(&context) == zqtest::WorldSize() &&
-            ZQContext::GetProcRank(&context) == zqtest::WorldRank() &&
-            ZQContext::GetNProcs(nullptr) == 1 && ZQContext::GetProcRank(nullptr) == 0;
+            ZQContext::GetProcRank(&context) == zqtest::WorldRank() && ZQContext::GetNProcs(nullptr) == 1 &&
+            ZQContext::GetProcRank(nullptr) == 0;
   context.SetVerbosityLevel(3);
   context.SetDebugLevel(-7);
-  ok = ok && context.GetVerbosityLevel() == 3 && context.GetDebugLevel() == -7 &&
-       context.GetErrorStack().IsEmpty() && context.GetMPT().IsInitialized();
+  ok = ok && context.GetVerbosityLevel() == 3 && context.GetDebugLevel() == -7 && context.GetErrorStack().IsEmpty() &&
+       context.GetMPT().IsInitialized();
   EXPECT_TRUE(zqtest::AllRanks(ok));
 }

@@ -11,19 +11,46 @@ using Velmora::Tessara::ZQ::Core::ZQMPT;
 int main(int argc, char **argv) {
   zqtest::FatalCases const cases = {
       // With the started mark cleared, the exports are plain exits with the code.
-      {"abort_after_finalize", [] { ZQMPT::Finalize(); ZQ_Abort(3); }},
-      {"exit_after_finalize", [] { ZQMPT::Finalize(); ZQ_Exit(4); }},
-      {"abort_with_errno_after_finalize", [] { ZQMPT::Finalize(); errno = ENOENT; ZQ_AbortWithErrno(5); }},
-      {"exit_with_errno_after_finalize", [] { ZQMPT::Finalize(); errno = ENOENT; ZQ_ExitWithErrno(6); }},
+      {"abort_after_finalize",
+       [] {
+         ZQMPT::Finalize();
+         ZQ_Abort(3);
+       }},
+      {"exit_after_finalize",
+       [] {
+         ZQMPT::Finalize();
+         ZQ_Exit(4);
+       }},
+      {"abort_with_errno_after_finalize",
+       [] {
+         ZQMPT::Finalize();
+         errno = ENOENT;
+         ZQ_AbortWithErrno(5);
+       }},
+      {"exit_with_errno_after_finalize",
+       [] {
+         ZQMPT::Finalize();
+         errno = ENOENT;
+         ZQ_ExitWithErrno(6);
+       }},
       // With the mark set, ZQ_Abort ends the whole job through the layer.
       {"abort_started", [] { ZQ_Abort(7); }},
       {"abort_world", [] { ZQMPT::AbortWorld(8); }},
       {"exit_started", [] { ZQ_Exit(9); }},
-      {"abort_own_communicator", [] { ZQMPT mpt; mpt.Abort(10); }},
+      {"abort_own_communicator",
+       [] {
+         ZQMPT mpt;
+         mpt.Abort(10);
+       }},
       // A failing call of the layer takes the checked-call tail: banner, abort with -1.
       {"bad_communicator_handle", [] { ZQMPT mpt(12345ULL); }},
       // Copying is refused once message passing is marked as stopped.
-      {"copy_after_finalize", [] { ZQMPT source; ZQMPT::Finalize(); ZQMPT copy(source); }},
+      {"copy_after_finalize",
+       [] {
+         ZQMPT source;
+         ZQMPT::Finalize();
+         ZQMPT copy(source);
+       }},
   };
   return zqtest::RunFatalCase(argc, argv, cases);
 }

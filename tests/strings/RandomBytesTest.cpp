@@ -26,9 +26,7 @@ std::string RandomText(std::mt19937 &random) {
   return text;
 }
 
-bool IsScalarValue(wchar_t unit) {
-  return unit >= 0 && unit <= 0x10FFFF && (unit < 0xD800 || unit > 0xDFFF);
-}
+bool IsScalarValue(wchar_t unit) { return unit >= 0 && unit <= 0x10FFFF && (unit < 0xD800 || unit > 0xDFFF); }
 
 } // namespace
 
@@ -40,7 +38,8 @@ TEST(RandomBytes, ConversionsParsersAndExpansionTakeAnyBytes) {
     std::wstring wide, again;
     std::string back;
     ASSERT_TRUE(ZQStringEncoding::UTF8ToWide(nullptr, text.c_str(), wide));
-    for (wchar_t unit : wide) ASSERT_TRUE(IsScalarValue(unit));
+    for (wchar_t unit : wide)
+      ASSERT_TRUE(IsScalarValue(unit));
     ASSERT_TRUE(ZQStringEncoding::WideToUTF8(nullptr, wide.c_str(), back));
     ASSERT_TRUE(ZQStringEncoding::UTF8ToWide(nullptr, back.c_str(), again));
     ASSERT_EQ(again, wide);

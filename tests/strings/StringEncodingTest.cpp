@@ -60,12 +60,21 @@ TEST(StringEncoding, EachMaximalIllFormedSubsequenceBecomesOneReplacementAtEvery
   std::wstring const bad2(2, L'\uFFFD'), bad3(3, L'\uFFFD'), bad4(4, L'\uFFFD');
   // Overlong forms, encoded surrogates, values above U+10FFFF, bytes that never occur,
   // truncated sequences and stray continuation bytes; the highest scalar values pass.
-  std::pair<char const *, std::wstring> const cases[] = {
-      {"\xC0\x80", bad2},         {"\xC1\xBF", bad2},         {"\xE0\x9F\xBF", bad3},        {"\xED\xA0\x80", bad3},
-      {"\xF0\x8F\xBF\xBF", bad4}, {"\xF4\x90\x80\x80", bad4}, {"\xF8\x88\x80\x80", bad4},  {"\xF5\xFF", bad2},
-      {"\x80\xBF", bad2},         {"\xE2\x82", L"\uFFFD"},   {"\xF0\x9F\x98", L"\uFFFD"},
-      {"\xF1\x80\x80\xE1\x80\xC2", bad3}, {"\xC3\xC3\xA9", L"\uFFFD\u00E9"}, {"\xE2\x82\xAC\x80", L"\u20AC\uFFFD"},
-      {"\xF4\x8F\xBF\xBF\xEF\xBF\xBF", L"\U0010FFFF\uFFFF"}};
+  std::pair<char const *, std::wstring> const cases[] = {{"\xC0\x80", bad2},
+                                                         {"\xC1\xBF", bad2},
+                                                         {"\xE0\x9F\xBF", bad3},
+                                                         {"\xED\xA0\x80", bad3},
+                                                         {"\xF0\x8F\xBF\xBF", bad4},
+                                                         {"\xF4\x90\x80\x80", bad4},
+                                                         {"\xF8\x88\x80\x80", bad4},
+                                                         {"\xF5\xFF", bad2},
+                                                         {"\x80\xBF", bad2},
+                                                         {"\xE2\x82", L"\uFFFD"},
+                                                         {"\xF0\x9F\x98", L"\uFFFD"},
+                                                         {"\xF1\x80\x80\xE1\x80\xC2", bad3},
+                                                         {"\xC3\xC3\xA9", L"\uFFFD\u00E9"},
+                                                         {"\xE2\x82\xAC\x80", L"\u20AC\uFFFD"},
+                                                         {"\xF4\x8F\xBF\xBF\xEF\xBF\xBF", L"\U0010FFFF\uFFFF"}};
   std::string const valid = "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"; // é € 😀
   std::wstring const validWide = L"\u00E9\u20AC\U0001F600";
   std::string const ascii(40, 'z');
@@ -82,9 +91,14 @@ TEST(StringEncoding, EachMaximalIllFormedSubsequenceBecomesOneReplacementAtEvery
 }
 
 TEST(StringEncoding, WideValuesThatAreNoScalarValuesBecomeReplacements) {
-  std::wstring const invalid = {L'a', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0xDFFF),
-                                static_cast<wchar_t>(-1), static_cast<wchar_t>(0x110000), L'b'};
-  EXPECT_EQ(ToUTF8(invalid), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD" "b");
+  std::wstring const invalid = {L'a',
+                                static_cast<wchar_t>(0xD800),
+                                static_cast<wchar_t>(0xDFFF),
+                                static_cast<wchar_t>(-1),
+                                static_cast<wchar_t>(0x110000),
+                                L'b'};
+  EXPECT_EQ(ToUTF8(invalid), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"
+                             "b");
 }
 
 TEST(StringEncoding, CountedSourceIsCutAtItsFirstTerminator) {

@@ -91,7 +91,7 @@ TEST(StringHash, ShiftsEachSignExtendedByteByEightMore) {
   EXPECT_EQ(ZQString().Hash(), 0ULL);
   EXPECT_EQ(ZQString("\x01\x02").Hash(), 0x0201ULL);
   EXPECT_EQ(ZQString("\x80").Hash(), 0xFFFFFFFFFFFFFF80ULL);
-  EXPECT_EQ(ZQString("aaaaaaaaa").Hash(), 0x6161616161616100ULL);  // the ninth byte wraps to 0
+  EXPECT_EQ(ZQString("aaaaaaaaa").Hash(), 0x6161616161616100ULL); // the ninth byte wraps to 0
 }
 
 TEST(StringSearch, FindsFirstAndLastCountsWithoutOverlapAndEmptyStringHasNoEnds) {
@@ -199,8 +199,8 @@ TEST(StringFormat, OwnFloatTextIsWhatAClassicStreamWrites) {
     stream << value;
     return stream.str();
   };
-  for (double value : {1.5, 0.1, -0.0, 1e-310, 123456789012345678.0, 1e16, 1e15, 5e-324,
-                       3.141592653589793, std::numeric_limits<double>::infinity()}) {
+  for (double value : {1.5, 0.1, -0.0, 1e-310, 123456789012345678.0, 1e16, 1e15, 5e-324, 3.141592653589793,
+                       std::numeric_limits<double>::infinity()}) {
     ZQString text, single;
     text.Add(value);
     single.Add(static_cast<float>(value));

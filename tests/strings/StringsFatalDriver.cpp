@@ -12,10 +12,20 @@ using namespace Velmora::Tessara::ZQ::Core;
 int main(int argc, char **argv) {
   zqtest::FatalCases const cases = {
       // Strings cannot travel by message.
-      {"pack", [] { ZQMPT mpt; ZQString("text").Pack(mpt); }},
-      {"unpack", [] { ZQMPT mpt; ZQString text("text"); text.Unpack(mpt); }},
+      {"pack",
+       [] {
+         ZQMPT mpt;
+         ZQString("text").Pack(mpt);
+       }},
+      {"unpack",
+       [] {
+         ZQMPT mpt;
+         ZQString text("text");
+         text.Unpack(mpt);
+       }},
       // A counted length for the 32-bit converter that does not fit 32 bits.
-      {"counted_length_beyond_32_bits", [] {
+      {"counted_length_beyond_32_bits",
+       [] {
          std::string out;
          ZQStringEncoding::WideToUTF8(nullptr, L"text", 1LL << 32, out);
        }},

@@ -246,7 +246,7 @@ TEST(WmpiPacking, ElementsRoundTripAndOutOfBoundsRequestsMoveNothing) {
   std::memset(buffer, 0x5A, sizeof buffer);
   int position = 0;
   EXPECT_EQ(0, WMPI_Pack(ints, 3, WMPI_INT, buffer, packed, &position, WMPI_COMM_SELF));
-  EXPECT_EQ(0, WMPI_Pack(wide, 2, WMPI_WCHAR, buffer, packed, &position, WMPI_COMM_WORLD)); // fits exactly
+  EXPECT_EQ(0, WMPI_Pack(wide, 2, WMPI_WCHAR, buffer, packed, &position, WMPI_COMM_WORLD));  // fits exactly
   EXPECT_NE(0, WMPI_Pack(ints, 1, WMPI_INT, buffer, packed + 3, &position, WMPI_COMM_SELF)); // one byte short
   EXPECT_NE(0, WMPI_Pack(ints, -1, WMPI_INT, buffer, 64, &position, WMPI_COMM_SELF));
   EXPECT_NE(0, WMPI_Pack(ints, 1, WMPI_INT, buffer, 64, nullptr, WMPI_COMM_SELF));

@@ -20,14 +20,14 @@ class ZQMPTBuffer;
 template <typename T>
 inline constexpr bool IsMPTElement =
     std::is_same_v<T, char> || std::is_same_v<T, wchar_t> || std::is_same_v<T, unsigned char> ||
-    std::is_same_v<T, short> || std::is_same_v<T, int> || std::is_same_v<T, long long> ||
-    std::is_same_v<T, float> || std::is_same_v<T, double>;
+    std::is_same_v<T, short> || std::is_same_v<T, int> || std::is_same_v<T, long long> || std::is_same_v<T, float> ||
+    std::is_same_v<T, double>;
 
 /// The five numeric element types of the collectives and reductions.
 template <typename T>
-inline constexpr bool IsMPTNumber = std::is_same_v<T, short> || std::is_same_v<T, int> ||
-                                    std::is_same_v<T, long long> || std::is_same_v<T, float> ||
-                                    std::is_same_v<T, double>;
+inline constexpr bool IsMPTNumber =
+    std::is_same_v<T, short> || std::is_same_v<T, int> || std::is_same_v<T, long long> || std::is_same_v<T, float> ||
+    std::is_same_v<T, double>;
 
 /// Talks to the other processes of the job over its own duplicate of a communicator.
 /// Every failure of the layer underneath is fatal: the banner is written and the job
@@ -90,8 +90,7 @@ public:
   template <typename T, typename = std::enable_if_t<IsMPTElement<T>>> void BSend(T *data, long long count, int peer);
   /// Blocking receive from `peer` (-1: any); the status is dropped.
   void BReceive(void *data, long long count, int datatype, int peer);
-  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>>
-  void BReceive(T *data, long long count, int peer);
+  template <typename T, typename = std::enable_if_t<IsMPTElement<T>>> void BReceive(T *data, long long count, int peer);
   /// Send and receive at once, without deadlock.
   void BSendReceive(void *sendData, long long sendCount, int sendType, int sendPeer, void *receiveData,
                     long long receiveCount, int receiveType, int receivePeer);

@@ -27,16 +27,14 @@ public:
   /// Terminated wide text to UTF-8.
   static bool WideToUTF8(ZQContext *context, wchar_t const *source, std::string &out);
   /// Counted wide text to UTF-8; see the counted UTF32ToUTF8 for the rules on `length`.
-  static bool WideToUTF8(ZQContext *context, wchar_t const *source, long long length,
-                         std::string &out);
+  static bool WideToUTF8(ZQContext *context, wchar_t const *source, long long length, std::string &out);
 
   /// Inert where wchar_t holds UTF-32: empties `out`, true exactly for a null source.
   static bool UTF8ToUTF16(ZQContext *context, char const *source, std::wstring &out);
   /// Inert where wchar_t holds UTF-32: empties `out`, true exactly for a null source.
   static bool UTF16ToUTF8(ZQContext *context, wchar_t const *source, std::string &out);
   /// Inert where wchar_t holds UTF-32: empties `out`, true exactly for a null source.
-  static bool UTF16ToUTF8(ZQContext *context, wchar_t const *source, long long length,
-                          std::string &out);
+  static bool UTF16ToUTF8(ZQContext *context, wchar_t const *source, long long length, std::string &out);
 
   /// Terminated UTF-8 to UTF-32. Fails only when the result would exceed a 32-bit count
   /// (reported as the text of errno EOVERFLOW).
@@ -46,8 +44,7 @@ public:
   /// Counted UTF-32 to UTF-8, cut at the first terminator within the count. A length that
   /// does not fit 32 bits is fatal; -1 means "up to the terminator"; 0 or another negative
   /// length fails unless the first unit is the terminator. Failures report errno EINVAL.
-  static bool UTF32ToUTF8(ZQContext *context, wchar_t const *source, long long length,
-                          std::string &out);
+  static bool UTF32ToUTF8(ZQContext *context, wchar_t const *source, long long length, std::string &out);
 };
 
 } // namespace Velmora::Tessara::ZQ::Core

@@ -31,9 +31,12 @@ struct LeadByte {
 
 constexpr std::array<LeadByte, 256> MakeLeadTable() {
   std::array<LeadByte, 256> table{};
-  for (unsigned b = 0xC2; b <= 0xDF; ++b) table[b] = {2, 0x80, 0xBF};
-  for (unsigned b = 0xE0; b <= 0xEF; ++b) table[b] = {3, 0x80, 0xBF};
-  for (unsigned b = 0xF0; b <= 0xF4; ++b) table[b] = {4, 0x80, 0xBF};
+  for (unsigned b = 0xC2; b <= 0xDF; ++b)
+    table[b] = {2, 0x80, 0xBF};
+  for (unsigned b = 0xE0; b <= 0xEF; ++b)
+    table[b] = {3, 0x80, 0xBF};
+  for (unsigned b = 0xF0; b <= 0xF4; ++b)
+    table[b] = {4, 0x80, 0xBF};
   table[0xE0].low = 0xA0;
   table[0xED].high = 0x9F;
   table[0xF0].low = 0x90;
@@ -59,7 +62,8 @@ struct UnitWriter {
   wchar_t *next;
   void Put(char32_t unit) { *next++ = static_cast<wchar_t>(unit); }
   void PutAscii8(unsigned char const *bytes) {
-    for (int k = 0; k < 8; ++k) next[k] = bytes[k];
+    for (int k = 0; k < 8; ++k)
+      next[k] = bytes[k];
     next += 8;
   }
   void Replace() { Put(kReplacement); }
@@ -67,8 +71,7 @@ struct UnitWriter {
 
 // A byte check that reaches the terminator at source[size] fails, as 0 is no
 // continuation byte, so no read goes past it.
-template <typename Sink>
-void DecodeChecked(unsigned char const *source, std::size_t size, Sink &sink) {
+template <typename Sink> void DecodeChecked(unsigned char const *source, std::size_t size, Sink &sink) {
   std::size_t i = 0;
   while (i < size) {
     if (size - i >= 8) {
@@ -97,7 +100,8 @@ void DecodeChecked(unsigned char const *source, std::size_t size, Sink &sink) {
     std::size_t taken = 2;
     for (; taken < form.length; ++taken) {
       unsigned const next = source[i + taken];
-      if ((next & 0xC0u) != 0x80u) break;
+      if ((next & 0xC0u) != 0x80u)
+        break;
       unit = (unit << 6) | (next & 0x3Fu);
     }
     if (taken == form.length) {
@@ -122,7 +126,8 @@ char *EncodeExact(wchar_t unit, char *out) {
     *out++ = static_cast<char>(0x80u | (u & 0x3Fu));
     return out;
   }
-  if (u > 0x10FFFFu || (u >= 0xD800u && u <= 0xDFFFu)) u = kReplacement;
+  if (u > 0x10FFFFu || (u >= 0xD800u && u <= 0xDFFFu))
+    u = kReplacement;
   if (u < 0x10000u) {
     *out++ = static_cast<char>(0xE0u | (u >> 12));
   } else {
@@ -172,29 +177,61 @@ ZQ_AVX2 inline __m256i HighNibbles(__m256i bytes) {
 }
 
 // The bytes `n` positions earlier, reaching into the previous block.
-template <int n>
-ZQ_AVX2 inline __m256i Earlier(__m256i input, __m256i previous) {
+template <int n> ZQ_AVX2 inline __m256i Earlier(__m256i input, __m256i previous) {
   return _mm256_alignr_epi8(input, _mm256_permute2x128_si256(previous, input, 0x21), 16 - n);
 }
 
 ZQ_AVX2 inline __m256i BlockErrors(__m256i input, __m256i previous) {
-  static constexpr std::array<std::uint8_t, 16> kByte1High = {
-      kTooLong, kTooLong, kTooLong, kTooLong, kTooLong, kTooLong, kTooLong, kTooLong,
-      kTwoContinuations, kTwoContinuations, kTwoContinuations, kTwoContinuations,
-      kTooShort | kOverlong2, kTooShort, kTooShort | kOverlong3 | kSurrogate,
-      kTooShort | kTooLarge | kTooLarge1000 | kOverlong4};
+  static constexpr std::array<std::uint8_t, 16> kByte1High = {kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTooLong,
+                                                              kTwoContinuations,
+                                                              kTwoContinuations,
+                                                              kTwoContinuations,
+                                                              kTwoContinuations,
+                                                              kTooShort | kOverlong2,
+                                                              kTooShort,
+                                                              kTooShort | kOverlong3 | kSurrogate,
+                                                              kTooShort | kTooLarge | kTooLarge1000 | kOverlong4};
   static constexpr std::uint8_t kLarge = kCarry | kTooLarge | kTooLarge1000;
-  static constexpr std::array<std::uint8_t, 16> kByte1Low = {
-      kCarry | kOverlong3 | kOverlong2 | kOverlong4, kCarry | kOverlong2, kCarry, kCarry,
-      kCarry | kTooLarge, kLarge, kLarge, kLarge, kLarge, kLarge, kLarge, kLarge, kLarge,
-      kLarge | kSurrogate, kLarge, kLarge};
+  static constexpr std::array<std::uint8_t, 16> kByte1Low = {kCarry | kOverlong3 | kOverlong2 | kOverlong4,
+                                                             kCarry | kOverlong2,
+                                                             kCarry,
+                                                             kCarry,
+                                                             kCarry | kTooLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge,
+                                                             kLarge | kSurrogate,
+                                                             kLarge,
+                                                             kLarge};
   static constexpr std::uint8_t kContinuation = kTooLong | kOverlong2 | kTwoContinuations;
-  static constexpr std::array<std::uint8_t, 16> kByte2High = {
-      kTooShort, kTooShort, kTooShort, kTooShort, kTooShort, kTooShort, kTooShort, kTooShort,
-      kContinuation | kOverlong3 | kTooLarge1000 | kOverlong4,
-      kContinuation | kOverlong3 | kTooLarge,
-      kContinuation | kSurrogate | kTooLarge, kContinuation | kSurrogate | kTooLarge,
-      kTooShort, kTooShort, kTooShort, kTooShort};
+  static constexpr std::array<std::uint8_t, 16> kByte2High = {kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kContinuation | kOverlong3 | kTooLarge1000 | kOverlong4,
+                                                              kContinuation | kOverlong3 | kTooLarge,
+                                                              kContinuation | kSurrogate | kTooLarge,
+                                                              kContinuation | kSurrogate | kTooLarge,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort,
+                                                              kTooShort};
 
   __m256i const before1 = Earlier<1>(input, previous);
   __m256i const special =
@@ -221,8 +258,7 @@ struct Validator {
   __m256i unfinished;
   std::size_t units;
 
-  ZQ_AVX2 Validator()
-      : previous(_mm256_setzero_si256()), errors(previous), unfinished(previous), units(0) {}
+  ZQ_AVX2 Validator() : previous(_mm256_setzero_si256()), errors(previous), unfinished(previous), units(0) {}
 
   ZQ_AVX2 void Add(__m256i input, unsigned counted) {
     if (_mm256_movemask_epi8(input) == 0) {
@@ -231,8 +267,8 @@ struct Validator {
     } else {
       errors = _mm256_or_si256(errors, BlockErrors(input, previous));
       // Nonzero where a lead byte in the last three positions needs bytes beyond the block.
-      unfinished = _mm256_subs_epu8(input, _mm256_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
-                                                            -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
+      unfinished = _mm256_subs_epu8(input, _mm256_setr_epi8(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
+                                                            -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
                                                             char(0xEF), char(0xDF), char(0xBF)));
       units += static_cast<std::size_t>(_mm_popcnt_u32(StartMask(input) & counted));
     }
@@ -269,11 +305,10 @@ bool HasAVX2() {
 // high nibble tells which payload bits of the 4 bytes (read big-endian) belong to it; the
 // 6-bit groups are then packed and the bits of bytes beyond the sequence dropped.
 inline char32_t DecodeWellFormedAt(unsigned char const *p) {
-  static constexpr std::uint32_t kPayload[16] = {
-      0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000,
-      0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x1F3F0000, 0x1F3F0000, 0x0F3F3F00, 0x073F3F3F};
-  static constexpr unsigned char kSurplusBits[16] = {18, 18, 18, 18, 18, 18, 18, 18,
-                                                     18, 18, 18, 18, 12, 12, 6, 0};
+  static constexpr std::uint32_t kPayload[16] = {0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000,
+                                                 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000, 0x7F000000,
+                                                 0x1F3F0000, 0x1F3F0000, 0x0F3F3F00, 0x073F3F3F};
+  static constexpr unsigned char kSurplusBits[16] = {18, 18, 18, 18, 18, 18, 18, 18, 18, 18, 18, 18, 12, 12, 6, 0};
   std::uint32_t word;
   std::memcpy(&word, p, sizeof word);
   word = __builtin_bswap32(word);
@@ -302,7 +337,8 @@ ZQ_AVX2 void DecodeWellFormedAVX2(unsigned char const *source, std::size_t size,
     }
   }
   // Skip the continuation bytes of a sequence decoded in the last block.
-  while (i < size && (source[i] & 0xC0u) == 0x80u) ++i;
+  while (i < size && (source[i] & 0xC0u) == 0x80u)
+    ++i;
   UnitWriter writer{out};
   DecodeChecked(source + i, size - i, writer);
 }
@@ -327,7 +363,8 @@ void NarrowAscii16(wchar_t const *source, char *out) {
 // EncodedSize of 16 units at once: comparisons give -1 for true, so the thresholds that a
 // unit passes are subtracted.
 unsigned EncodedSize16(wchar_t const *source) {
-  if (AllAscii16(source)) return 16;
+  if (AllAscii16(source))
+    return 16;
   auto const *units = reinterpret_cast<__m128i const *>(source);
   __m128i const bias = _mm_set1_epi32(INT32_MIN);
   auto const above = [&](__m128i u, std::int32_t limit) {
@@ -351,10 +388,11 @@ inline unsigned EncodeBranchFree(wchar_t unit, char *out) {
   struct Form {
     std::uint32_t length, droppedBits, leadFix;
   };
-  static constexpr Form kForms[22] = {{1, 24, 0},  {1, 24, 0},  {1, 24, 0},  {1, 24, 0},  {1, 24, 0},  {1, 24, 0},
-                                      {1, 24, 0},  {1, 24, 0},  {2, 16, 0x40}, {2, 16, 0x40}, {2, 16, 0x40}, {2, 16, 0x40},
-                                      {3, 8, 0x60}, {3, 8, 0x60}, {3, 8, 0x60}, {3, 8, 0x60}, {3, 8, 0x60}, {4, 0, 0},
-                                      {4, 0, 0},   {4, 0, 0},   {4, 0, 0},   {4, 0, 0}};
+  static constexpr Form kForms[22] = {{1, 24, 0},    {1, 24, 0},    {1, 24, 0},   {1, 24, 0},    {1, 24, 0},
+                                      {1, 24, 0},    {1, 24, 0},    {1, 24, 0},   {2, 16, 0x40}, {2, 16, 0x40},
+                                      {2, 16, 0x40}, {2, 16, 0x40}, {3, 8, 0x60}, {3, 8, 0x60},  {3, 8, 0x60},
+                                      {3, 8, 0x60},  {3, 8, 0x60},  {4, 0, 0},    {4, 0, 0},     {4, 0, 0},
+                                      {4, 0, 0},     {4, 0, 0}};
   auto u = static_cast<std::uint32_t>(unit);
   u = (u > 0x10FFFFu || u - 0xD800u < 0x800u) ? std::uint32_t(kReplacement) : u;
   Form const form = kForms[32 - __builtin_clz(u | 1u)];
@@ -374,7 +412,8 @@ inline unsigned EncodeBranchFree(wchar_t unit, char *out) {
 UTF8Census CensusUTF8(unsigned char const *source, std::size_t size) {
 #if ZQ_UTF8_X86_64
   std::size_t units = 0;
-  if (HasAVX2() && CountWellFormedAVX2(source, size, units)) return {units, true};
+  if (HasAVX2() && CountWellFormedAVX2(source, size, units))
+    return {units, true};
 #endif
   UnitCounter counter;
   DecodeChecked(source, size, counter);
@@ -398,9 +437,11 @@ std::size_t EncodedUTF8Size(wchar_t const *source, std::size_t units) {
   std::size_t bytes = 0;
   std::size_t i = 0;
 #if ZQ_UTF8_X86_64
-  for (; units - i >= 16; i += 16) bytes += EncodedSize16(source + i);
+  for (; units - i >= 16; i += 16)
+    bytes += EncodedSize16(source + i);
 #endif
-  for (; i < units; ++i) bytes += EncodedSize(source[i]);
+  for (; i < units; ++i)
+    bytes += EncodedSize(source[i]);
   return bytes;
 }
 
@@ -415,13 +456,16 @@ void EncodeUTF8(wchar_t const *source, std::size_t units, char *out, std::size_t
       out += 16;
       continue;
     }
-    if (end - out < 64) break;
-    for (std::size_t k = 0; k < 16; ++k) out += EncodeBranchFree(source[i + k], out);
+    if (end - out < 64)
+      break;
+    for (std::size_t k = 0; k < 16; ++k)
+      out += EncodeBranchFree(source[i + k], out);
   }
 #else
   (void)bytes;
 #endif
-  for (; i < units; ++i) out = EncodeExact(source[i], out);
+  for (; i < units; ++i)
+    out = EncodeExact(source[i], out);
 }
 
 } // namespace Velmora::Tessara::ZQ::Core::detail

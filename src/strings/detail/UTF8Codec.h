@@ -16,8 +16,7 @@ struct UTF8Census {
 UTF8Census CensusUTF8(unsigned char const *source, std::size_t size);
 
 /// Decodes the same bytes into exactly `census.units` units at `out`.
-void DecodeUTF8(unsigned char const *source, std::size_t size, UTF8Census const &census,
-                wchar_t *out);
+void DecodeUTF8(unsigned char const *source, std::size_t size, UTF8Census const &census, wchar_t *out);
 
 /// Bytes of UTF-8 for `units` units; a unit that is no scalar value takes those of U+FFFD.
 std::size_t EncodedUTF8Size(wchar_t const *source, std::size_t units);
