@@ -166,7 +166,7 @@ void ZQMPT::Pack(void *data, long long count, int datatype) {
   if (count < 1) {
     return;
   }
-  ZQMPTArray<unsigned char> &bytes = Find(sendBuffers, selectedSendBuffer).GetData();
+  ZQMPTArray<unsigned char> &bytes = FindSendBuffer().GetData();
   long long const width = detail::ElementWidth(datatype);
   // Checked ahead of growing: an oversized count ends the job without allocating for it.
   int const count32 = NarrowToInt32(count);
@@ -188,7 +188,7 @@ void ZQMPT::Unpack(void *data, long long count, int datatype) {
   if (count < 1) {
     return;
   }
-  ZQMPTBuffer &buffer = Find(receiveBuffers, selectedReceiveBuffer);
+  ZQMPTBuffer &buffer = FindReceiveBuffer();
   ZQMPTArray<unsigned char> &bytes = buffer.GetData();
   int const size32 = NarrowToInt32(bytes.GetSize());
   int position = NarrowToInt32(buffer.GetUnpackPos());
