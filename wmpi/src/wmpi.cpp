@@ -240,22 +240,28 @@ public:
     State state;
   };
 
-  /// A slot for an object about to be created; throws std::bad_alloc if none is left.
-  std::size_t Reserve() {
+  /// Reserves a slot for an object about to be created; MPI_ERR_NO_MEM if none can be had.
+  int Reserve(std::size_t *index) {
     if (!freeSlots.empty()) {
-      std::size_t const index = freeSlots.back();
+      *index = freeSlots.back();
       freeSlots.pop_back();
-      slots[index].state = State::Reserved;
-      return index;
+      slots[*index].state = State::Reserved;
+      return MPI_SUCCESS;
     }
-    slots.push_back(Slot{Payload{}, State::Reserved});
     try {
-      freeSlots.reserve(slots.capacity());
-    } catch (...) {
-      slots.pop_back();
-      throw;
+      slots.push_back(Slot{Payload{}, State::Reserved});
+    } catch (std::bad_alloc const &) {
+      return MPI_ERR_NO_MEM;
     }
-    return slots.size() - 1;
+    try {
+      // Room for every slot in the free list now, so that releasing never allocates.
+      freeSlots.reserve(slots.capacity());
+    } catch (std::bad_alloc const &) {
+      slots.pop_back();
+      return MPI_ERR_NO_MEM;
+    }
+    *index = slots.size() - 1;
+    return MPI_SUCCESS;
   }
 
   void Fill(std::size_t index, Payload const &payload) { slots[index] = Slot{payload, State::Live}; }
@@ -405,10 +411,9 @@ int StartTransfer(StartRequest start, void *buffer, int count, int datatype, int
     return status;
   }
   std::size_t slot = 0;
-  try {
-    slot = requestTable.Reserve();
-  } catch (std::bad_alloc const &) {
-    return MPI_ERR_NO_MEM;
+  status = requestTable.Reserve(&slot);
+  if (status != MPI_SUCCESS) {
+    return status;
   }
   MPI_Request mpiRequest = MPI_REQUEST_NULL;
   {
@@ -609,10 +614,9 @@ int WMPI_Comm_dup(unsigned long long comm, unsigned long long *newComm) {
     return status;
   }
   std::size_t slot = 0;
-  try {
-    slot = communicators.Reserve();
-  } catch (std::bad_alloc const &) {
-    return MPI_ERR_NO_MEM;
+  status = communicators.Reserve(&slot);
+  if (status != MPI_SUCCESS) {
+    return status;
   }
   MPI_Comm duplicate = MPI_COMM_NULL;
   {
