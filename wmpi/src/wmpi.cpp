@@ -266,6 +266,23 @@ public:
 
   void Fill(std::size_t index, Payload const &payload) { slots[index] = Slot{payload, State::Live}; }
 
+  /// Reserves a slot, then lets `make` create its object. The slot is taken first so that
+  /// a full table never leaves an object without a handle; a failed `make` gives it back.
+  template <class Make> int Emplace(std::size_t *index, Make make) {
+    int status = Reserve(index);
+    if (status != MPI_SUCCESS) {
+      return status;
+    }
+    Payload payload{};
+    status = make(&payload);
+    if (status != MPI_SUCCESS) {
+      Release(*index);
+      return status;
+    }
+    Fill(*index, payload);
+    return MPI_SUCCESS;
+  }
+
   void Release(std::size_t index) {
     slots[index].state = State::Free;
     freeSlots.push_back(index);
@@ -397,8 +414,7 @@ void SettleRequests(unsigned long long *handles, int count, MPI_Request const *m
 
 using StartRequest = int (*)(void *, int, MPI_Datatype, int, int, MPI_Comm, MPI_Request *);
 
-// Isend and Irecv: the slot is taken before the transfer starts, so that a full table
-// never leaves a request running without a handle.
+// Isend and Irecv: a request handle for a transfer started on a checked communicator.
 int StartTransfer(StartRequest start, void *buffer, int count, int datatype, int peer, int tag, unsigned long long comm,
                   unsigned long long *request) {
   if (request == nullptr) {
@@ -411,22 +427,15 @@ int StartTransfer(StartRequest start, void *buffer, int count, int datatype, int
     return status;
   }
   std::size_t slot = 0;
-  status = requestTable.Reserve(&slot);
-  if (status != MPI_SUCCESS) {
-    return status;
-  }
-  MPI_Request mpiRequest = MPI_REQUEST_NULL;
-  {
+  status = requestTable.Emplace(&slot, [&](PendingRequest *pending) {
+    pending->predefined = ref.predefined;
     ErrorsReturnScope scope(ref.predefined);
-    status = start(buffer, count, type, peer, tag, ref.comm, &mpiRequest);
+    return start(buffer, count, type, peer, tag, ref.comm, &pending->request);
+  });
+  if (status == MPI_SUCCESS) {
+    *request = slot;
   }
-  if (status != MPI_SUCCESS) {
-    requestTable.Release(slot);
-    return status;
-  }
-  requestTable.Fill(slot, PendingRequest{mpiRequest, ref.predefined});
-  *request = slot;
-  return MPI_SUCCESS;
+  return status;
 }
 
 int StartSend(void *buffer, int count, MPI_Datatype type, int dest, int tag, MPI_Comm comm, MPI_Request *request) {
@@ -614,28 +623,24 @@ int WMPI_Comm_dup(unsigned long long comm, unsigned long long *newComm) {
     return status;
   }
   std::size_t slot = 0;
-  status = communicators.Reserve(&slot);
-  if (status != MPI_SUCCESS) {
-    return status;
-  }
-  MPI_Comm duplicate = MPI_COMM_NULL;
-  {
-    ErrorsReturnScope scope(ref.predefined);
-    status = MPI_Comm_dup(ref.comm, &duplicate);
-  }
-  if (status == MPI_SUCCESS) {
-    status = MPI_Comm_set_errhandler(duplicate, MPI_ERRORS_RETURN);
-    if (status != MPI_SUCCESS) {
-      MPI_Comm_free(&duplicate);
+  status = communicators.Emplace(&slot, [&](MPI_Comm *duplicate) {
+    int dupStatus = MPI_SUCCESS;
+    {
+      ErrorsReturnScope scope(ref.predefined);
+      dupStatus = MPI_Comm_dup(ref.comm, duplicate);
     }
+    if (dupStatus == MPI_SUCCESS) {
+      dupStatus = MPI_Comm_set_errhandler(*duplicate, MPI_ERRORS_RETURN);
+      if (dupStatus != MPI_SUCCESS) {
+        MPI_Comm_free(duplicate);
+      }
+    }
+    return dupStatus;
+  });
+  if (status == MPI_SUCCESS) {
+    *newComm = slot;
   }
-  if (status != MPI_SUCCESS) {
-    communicators.Release(slot);
-    return status;
-  }
-  communicators.Fill(slot, duplicate);
-  *newComm = slot;
-  return MPI_SUCCESS;
+  return status;
 }
 
 int WMPI_Comm_free(unsigned long long *comm) {
