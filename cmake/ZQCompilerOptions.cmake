@@ -16,3 +16,10 @@ endif()
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# MPI for the project's own targets that include mpi.h: the WMPI layer, tests, benchmarks
+# and the example. mpi.h would otherwise pull Open MPI's C++ bindings into every C++ file
+# that includes it, leaving references to libmpi_cxx that nothing links.
+add_library(zq_mpi INTERFACE)
+target_link_libraries(zq_mpi INTERFACE MPI::MPI_C)
+target_compile_definitions(zq_mpi INTERFACE OMPI_SKIP_MPICXX=1 MPICH_SKIP_MPICXX=1)

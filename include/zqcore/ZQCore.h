@@ -36,6 +36,9 @@
 #include <zqcore/containers/ZQSetNativeType.h>
 #include <zqcore/containers/ZQSetObjectType.h>
 
+#include <zqcore/geometry/ZQMatrix.h>
+#include <zqcore/geometry/ZQVector.h>
+
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>

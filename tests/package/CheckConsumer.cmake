@@ -1,5 +1,6 @@
-# Installs the build into a private prefix, then builds and runs a small program against
-# it twice: through find_package(ZQCore) and through pkg-config zqcore.
+# Installs the build into a private prefix, then builds and runs a C++-only consumer
+# project against it twice: through find_package(ZQCore) and through pkg-config zqcore.
+# One program uses the library without MPI, the other brings MPI up itself.
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
   if(NOT status EQUAL 0)
@@ -18,6 +19,10 @@ foreach(method cmake pkgconfig)
   run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE} -B ${build} -DCMAKE_PREFIX_PATH=${prefix}
       -DZQ_CONSUMER_METHOD=${method} -DCMAKE_BUILD_TYPE=Release)
   run(${CMAKE_COMMAND} --build ${build})
+  run(${build}/consumer_serial)
+  if(NOT last_output MATCHES "ZQCore 1\\.5\\.0 serial, 3 values, last 2\\.5")
+    message(FATAL_ERROR "${method} serial consumer printed: ${last_output}")
+  endif()
   run(${MPIEXEC} -n 1 ${build}/consumer)
   if(NOT last_output MATCHES "ZQCore 1\\.5\\.0 on 1 process")
     message(FATAL_ERROR "${method} consumer printed: ${last_output}")

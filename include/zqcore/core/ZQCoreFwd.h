@@ -32,6 +32,8 @@ template <typename K, typename V> class ZQMapNativeTypes;
 template <typename K, typename V> class ZQMapNativeKeyType;
 template <typename K, typename V> class ZQMapNativeValueType;
 template <typename T> class ZQMPTArray;
+template <typename T, int N> class ZQVector;
+template <typename T, int Rows, int Cols, int Size> class ZQMatrix;
 
 class API;
 class BuildInfo;
