@@ -19,6 +19,7 @@
 #include <zqcore/strings/ZQLocale.h>
 #include <zqcore/strings/ZQString.h>
 #include <zqcore/strings/ZQStringEncoding.h>
+#include <zqcore/strings/ZQStringUtil.h>
 #include <zqcore/strings/ZQXercesString.h>
 
 #include <zqcore/containers/ZQArray.h>
