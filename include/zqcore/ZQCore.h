@@ -40,6 +40,10 @@
 #include <zqcore/geometry/ZQMatrix.h>
 #include <zqcore/geometry/ZQVector.h>
 
+#include <zqcore/values/ZQColor.h>
+#include <zqcore/values/ZQUnitsConverter.h>
+#include <zqcore/values/ZQVariant.h>
+
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>

@@ -5,6 +5,7 @@
 namespace Velmora::Tessara::ZQ::Core {
 
 class ZQAPI;
+class ZQColor;
 class ZQContext;
 class ZQErrorStack;
 class ZQLocale;
@@ -15,6 +16,9 @@ class ZQOSUtil;
 class ZQResult;
 class ZQString;
 class ZQStringEncoding;
+class ZQStringUtil;
+class ZQUnitsConverter;
+class ZQVariant;
 class ZQXercesString;
 
 template <typename I> class ZQArrayBase;
