@@ -50,6 +50,7 @@
 
 #include <zqcore/system/ZQOSUtil.h>
 
+#include <zqcore/public/Color.h>
 #include <zqcore/public/Context.h>
 #include <zqcore/public/ErrorStack.h>
 #include <zqcore/public/Float64Array.h>
@@ -58,3 +59,6 @@
 #include <zqcore/public/Result.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
+#include <zqcore/public/StringUtil.h>
+#include <zqcore/public/UnitsConverter.h>
+#include <zqcore/public/Variant.h>

@@ -534,7 +534,7 @@ ZQResult ZQVariant::SetCustomData(void const *custom) {
   ResetData();
   data = const_cast<void *>(custom);
   type = Kind::Custom;
-  return Success();
+  return Unitless();
 }
 
 // Getters.

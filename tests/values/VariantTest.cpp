@@ -373,6 +373,10 @@ TEST(VariantLifecycle, CopiesAreDeepExceptForCustomPointers) {
   EXPECT_EQ(pointer, &dummy);
   EXPECT_EQ(source.GetCustomData(pointer).GetStatusCode(), Code(S::VariantImplicitTypeConversionError));
 
+  ZQVariant withUnits(1.0, ZQString("m"));
+  withUnits.SetCustomData(&dummy);
+  EXPECT_FALSE(withUnits.HasUnits());
+
   source.Reset();
   EXPECT_FALSE(source.IsInitialized());
   EXPECT_FALSE(source.HasUnits());

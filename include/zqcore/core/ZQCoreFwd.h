@@ -41,6 +41,7 @@ template <typename T, int Rows, int Cols, int Size> class ZQMatrix;
 
 class API;
 class BuildInfo;
+class Color;
 class Config;
 class Context;
 class ErrorStack;
@@ -50,7 +51,10 @@ class MPT;
 class Result;
 class String;
 class StringArray;
+class StringUtil;
 class Types;
+class UnitsConverter;
+class Variant;
 class VersionInfo;
 
 } // namespace Velmora::Tessara::ZQ::Core
