@@ -140,6 +140,19 @@ TEST(VariantKinds, EachKindReadsAsDoubleColorAndText) {
   }
 }
 
+TEST(VariantKinds, FailedTextLeavesTheOutputEmpty) {
+  ZQString text("stale");
+  ZQString units("stale");
+  EXPECT_EQ(Custom(&dummy).GetString(text, units).GetStatusCode(), Code(S::VariantCustomTypeConversionError));
+  EXPECT_TRUE(text.IsEmpty());
+  EXPECT_TRUE(units.IsEmpty());
+  ZQVariant undefinedWithUnits;
+  undefinedWithUnits.SetUnits(ZQString("m"), nullptr);
+  text = "stale";
+  EXPECT_EQ(undefinedWithUnits.GetString(text).GetStatusCode(), Code(S::VariantNotInitializedError));
+  EXPECT_TRUE(text.IsEmpty());
+}
+
 TEST(VariantKinds, NarrowIntegersKeepTheNarrowedValueWhenTheyFail) {
   ZQVariant variant(300LL);
   signed char small = 0;
