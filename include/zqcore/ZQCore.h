@@ -39,9 +39,12 @@
 #include <zqcore/geometry/ZQMatrix.h>
 #include <zqcore/geometry/ZQVector.h>
 
+#include <zqcore/parallel/ZQCommDataHandler.h>
+#include <zqcore/parallel/ZQCommPatterns.h>
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
+#include <zqcore/parallel/ZQMPTUtil.h>
 
 #include <zqcore/system/ZQOSUtil.h>
 

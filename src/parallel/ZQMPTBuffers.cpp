@@ -38,13 +38,16 @@ template <typename Map> auto Lookup(Map *buffers, int key) -> decltype(&buffers-
   return found == buffers->end() ? nullptr : &found->second;
 }
 
-// The buffer under `key`; a missing map or key ends the job.
-ZQMPTBuffer &Find(Buffers *buffers, int key) {
-  ZQMPTBuffer *buffer = Lookup(buffers, key);
-  if (buffer == nullptr) {
-    detail::FatalError();
+// The buffer under `key`, remembered in `found` for that key; a missing map or key ends the job.
+inline ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
+  if (found == nullptr || foundKey != key) {
+    found = Lookup(buffers, key);
+    if (found == nullptr) {
+      detail::FatalError();
+    }
+    foundKey = key;
   }
-  return *buffer;
+  return *found;
 }
 
 long long SizeUnder(Buffers const *buffers, int key) {
@@ -139,13 +142,17 @@ ZQMPTBuffer *ZQMPT::GetSendBuffer(int key) { return Lookup(sendBuffers, key); }
 
 ZQMPTBuffer *ZQMPT::GetReceiveBuffer(int key) { return Lookup(receiveBuffers, key); }
 
-ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer); }
+ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer, foundSendBuffer, foundSendKey); }
 
-ZQMPTBuffer &ZQMPT::FindReceiveBuffer() { return Find(receiveBuffers, selectedReceiveBuffer); }
+ZQMPTBuffer &ZQMPT::FindReceiveBuffer() {
+  return Find(receiveBuffers, selectedReceiveBuffer, foundReceiveBuffer, foundReceiveKey);
+}
 
 void ZQMPT::ResetBuffers() {
   Delete(sendBuffers);
   Delete(receiveBuffers);
+  foundSendBuffer = nullptr;
+  foundReceiveBuffer = nullptr;
 }
 
 long long ZQMPT::GetSendBufferSize(int key) const { return SizeUnder(sendBuffers, key); }

@@ -49,6 +49,17 @@ int main(int argc, char **argv) {
          mpt.CopySendToReceiveBuffer(0);
          mpt.Unpack(bytes, 5);
        }},
+      // A buffer that cannot be allocated ends the job like any other failure.
+      {"init_send_buffer_beyond_memory",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 1LL << 40);
+       }},
+      {"init_receive_buffer_beyond_memory",
+       [] {
+         ZQMPT mpt;
+         mpt.InitReceiveBuffer(0, 1LL << 40);
+       }},
   };
   return zqtest::RunFatalCase(argc, argv, cases);
 }
