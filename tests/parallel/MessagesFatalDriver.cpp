@@ -49,6 +49,25 @@ int main(int argc, char **argv) {
          mpt.CopySendToReceiveBuffer(0);
          mpt.Unpack(bytes, 5);
        }},
+      // Buffers deleted under a selection that has already packed are gone for Pack and Unpack.
+      {"pack_after_buffers_reset",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 1);
+         mpt.ResetBuffers();
+         mpt.Pack(bytes, 1);
+       }},
+      {"unpack_after_mode_change",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 2);
+         mpt.CopySendToReceiveBuffer(0);
+         mpt.Unpack(bytes, 1);
+         mpt.SetBufferMode(Velmora::Tessara::ZQ::Core::Types::BufferMode_t::Single);
+         mpt.Unpack(bytes, 1);
+       }},
       // A buffer that cannot be allocated ends the job like any other failure.
       {"init_send_buffer_beyond_memory",
        [] {
