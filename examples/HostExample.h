@@ -14,5 +14,9 @@ void PrintBuildTables();
 void ExerciseErrorStack(zq::ZQContext &context, int rank);
 // A packed record passed to the next rank around the ring.
 void PassAroundTheRing(zq::ZQMPT &mpt);
+// A total, the ranks' own counts and a set divided over the ranks.
+void DivideTheWork(zq::ZQContext &context);
+// One exchange through ZQCommPatterns with a data handler, printed in order of arrival.
+void ExchangeWithAPattern(zq::ZQContext &context);
 
 } // namespace HostExample

@@ -27,6 +27,8 @@ int main(int argc, char **argv) {
               nProcs, mpt.GetName(), mpt.GetNProcs(), mpt.GetProcRank());
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
+  DivideTheWork(*context);
+  ExchangeWithAPattern(*context);
 
   zq::API::Finalize();
   MPI_Finalize();
