@@ -38,16 +38,22 @@ template <typename Map> auto Lookup(Map *buffers, int key) -> decltype(&buffers-
   return found == buffers->end() ? nullptr : &found->second;
 }
 
-// The buffer under `key`, remembered in `found` for that key; a missing map or key ends the job.
-inline ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
-  if (found == nullptr || foundKey != key) {
-    found = Lookup(buffers, key);
-    if (found == nullptr) {
-      detail::FatalError();
-    }
-    foundKey = key;
+// Looks `key` up and remembers the buffer in `found`; a missing map or key ends the job.
+[[gnu::noinline]] ZQMPTBuffer &LookUpAndRemember(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
+  found = Lookup(buffers, key);
+  if (found == nullptr) {
+    detail::FatalError();
   }
+  foundKey = key;
   return *found;
+}
+
+// The buffer under `key`: the one remembered in `found` while the key is the same.
+inline ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
+  if (found != nullptr && foundKey == key) {
+    return *found;
+  }
+  return LookUpAndRemember(buffers, key, found, foundKey);
 }
 
 long long SizeUnder(Buffers const *buffers, int key) {
@@ -79,6 +85,14 @@ long long TotalCapacity(Buffers const *buffers) {
     }
   }
   return total;
+}
+
+// Room for `needed` bytes, grown by at least the growth step; the size stays. Kept out of
+// line so that the common path of Pack, which has the room, stays small.
+[[gnu::noinline]] void GrowForPacking(ZQMPTArray<unsigned char> &bytes, long long needed) {
+  long long const size = bytes.GetSize();
+  bytes.Resize(std::max(needed, size + bytes.GetGrowth()));
+  bytes.Resize(size);
 }
 
 void Delete(Buffers *&buffers) {
@@ -180,8 +194,7 @@ void ZQMPT::Pack(void *data, long long count, int datatype) {
   long long const size = bytes.GetSize();
   long long const needed = size + width * count;
   if (needed > bytes.GetCapacity()) {
-    bytes.Resize(std::max(needed, size + bytes.GetGrowth()));
-    bytes.Resize(size);
+    GrowForPacking(bytes, needed);
   }
   int const capacity32 = NarrowToInt32(bytes.GetCapacity());
   int position = NarrowToInt32(size);
