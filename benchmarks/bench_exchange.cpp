@@ -2,13 +2,16 @@
 // exchange written with raw MPI, on the same data in the same run.
 //
 // Every ordered pair of distinct ranks moves its own byte count, spread evenly from 1 KiB to
-// 1 MiB. Each repetition runs four variants, in rotation:
+// 1 MiB. Each repetition runs six variants, in rotation:
 //   full zq    InitReceiveBuffer + NBReceiveBuffers, then per peer InitSendBuffer, Pack and
 //              NBSendBuffer (size and data message); WaitAnyReceiveBuffers and Unpack per
 //              arrival; WaitAllSendBuffers. The receiver does not know the sizes.
 //   full raw   MPI_Irecv/MPI_Isend of the sizes and MPI_Waitall, then the same for the data.
 //   data zq    as "full zq", data-only: receive buffers are sized beforehand.
 //   data raw   MPI_Irecv/MPI_Isend of the data, MPI_Waitall.
+//   pattern    ZQCommPatterns::NBSendReceive with a data handler that packs each peer's
+//              buffer whole and calls back after each, and unpacks each arrival.
+//   pattern raw the same exchange as "data raw", measured beside it.
 // The raw variants copy into a send buffer per peer and out of a receive buffer per peer, as
 // Pack and Unpack do, so the ratio measures the protocol and not the packing. A repetition's
 // time is that of the slowest rank; rank 0 prints best and median per variant and the ratios.
@@ -18,6 +21,9 @@
 // as designed (any count of 2 or more works):
 //   export OMPI_ALLOW_RUN_AS_ROOT=1 OMPI_ALLOW_RUN_AS_ROOT_CONFIRM=1 OMPI_MCA_rmaps_base_oversubscribe=1
 //   mpiexec -n 4 benchmarks/bench_exchange [repetitions, default 200]
+#include <zqcore/core/ZQContext.h>
+#include <zqcore/parallel/ZQCommDataHandler.h>
+#include <zqcore/parallel/ZQCommPatterns.h>
 #include <zqcore/parallel/ZQMPT.h>
 
 #include <mpi.h>
@@ -26,9 +32,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <set>
 #include <vector>
 
+using Velmora::Tessara::ZQ::Core::ZQCommDataHandler;
+using Velmora::Tessara::ZQ::Core::ZQCommPatterns;
+using Velmora::Tessara::ZQ::Core::ZQContext;
 using Velmora::Tessara::ZQ::Core::ZQMPT;
 
 namespace {
@@ -112,6 +122,38 @@ void ExchangeWithZQ(ZQMPT &mpt, Exchange &x, bool dataOnly) {
   mpt.WaitAllSendBuffers(x.peers, dataOnly);
 }
 
+// The same exchange as a data handler of the pattern: the lengths are known on both sides.
+class ExchangeHandler : public ZQCommDataHandler {
+public:
+  explicit ExchangeHandler(Exchange &exchange) : x(exchange) {}
+
+  bool DetermineBufferSizes(ZQMPT *, std::map<int, long long> *sendSizes,
+                            std::map<int, long long> *recvSizes) override {
+    for (int p : x.peers) {
+      (*sendSizes)[p] = static_cast<long long>(x.outgoing[p].size());
+      (*recvSizes)[p] = static_cast<long long>(x.incoming[p].size());
+    }
+    return true;
+  }
+
+  bool PackBuffers(ZQMPT *mpt, SendReadyCallback sendReady, ZQCommPatterns *patterns) override {
+    for (int p : x.peers) {
+      mpt->SelectSendBuffer(p);
+      mpt->Pack(x.outgoing[p].data(), static_cast<long long>(x.outgoing[p].size()));
+      sendReady(patterns);
+    }
+    return true;
+  }
+
+  bool UnpackBuffer(ZQMPT *mpt, int peer) override {
+    mpt->Unpack(x.incoming[peer].data(), static_cast<long long>(x.incoming[peer].size()));
+    return true;
+  }
+
+private:
+  Exchange &x;
+};
+
 // Send and receive buffers per peer, kept across repetitions like ZQMPT's.
 struct RawBuffers {
   explicit RawBuffers(int nProcs) : send(nProcs), receive(nProcs), sendSize(nProcs), receiveSize(nProcs) {
@@ -159,10 +201,12 @@ void ExchangeWithMPI(MPI_Comm comm, Exchange &x, RawBuffers &raw, bool dataOnly)
   }
 }
 
+enum class Way { Buffers, Pattern, Raw };
+
 struct Variant {
   char const *name;
   bool dataOnly;
-  bool zq;
+  Way way;
   std::vector<double> seconds;
 };
 
@@ -191,23 +235,27 @@ int main(int argc, char **argv) {
   }
 
   bool allRight = true;
-  std::vector<Variant> variants = {{"full zq", false, true, {}},
-                                   {"full raw", false, false, {}},
-                                   {"data zq", true, true, {}},
-                                   {"data raw", true, false, {}}};
+  std::vector<Variant> variants = {{"full zq", false, Way::Buffers, {}}, {"full raw", false, Way::Raw, {}},
+                                   {"data zq", true, Way::Buffers, {}},  {"data raw", true, Way::Raw, {}},
+                                   {"pattern", true, Way::Pattern, {}},  {"pattern raw", true, Way::Raw, {}}};
   {
     ZQMPT mpt;
+    ZQContext context;
+    ZQCommPatterns patterns(&context);
     MPI_Comm rawComm = MPI_COMM_NULL;
     MPI_Comm_dup(MPI_COMM_WORLD, &rawComm);
     Exchange x(rank, nProcs);
     RawBuffers raw(nProcs);
+    ExchangeHandler handler(x);
     for (int round = 0; round < WarmUpRounds + repetitions; ++round) {
       for (Variant &variant : variants) {
         x.ClearIncoming(variant.dataOnly);
         MPI_Barrier(MPI_COMM_WORLD);
         double const start = MPI_Wtime();
-        if (variant.zq) {
+        if (variant.way == Way::Buffers) {
           ExchangeWithZQ(mpt, x, variant.dataOnly);
+        } else if (variant.way == Way::Pattern) {
+          patterns.NBSendReceive(&handler);
         } else {
           ExchangeWithMPI(rawComm, x, raw, variant.dataOnly);
         }
@@ -237,7 +285,7 @@ int main(int argc, char **argv) {
                 "data %s\n",
                 nProcs, nProcs * (nProcs - 1), static_cast<double>(total) / (1 << 20), repetitions,
                 everywhere != 0 ? "verified" : "WRONG");
-    std::printf("%-6s %14s %14s %14s %14s %10s %10s\n", "", "zq best ms", "raw best ms", "zq median ms",
+    std::printf("%-8s %14s %14s %14s %14s %10s %10s\n", "", "zq best ms", "raw best ms", "zq median ms",
                 "raw median ms", "best x", "median x");
     for (size_t i = 0; i < variants.size(); i += 2) {
       Variant const &ours = variants[i];
@@ -246,8 +294,7 @@ int main(int argc, char **argv) {
       double const tb = Best(theirs.seconds) * 1e3;
       double const om = Median(ours.seconds) * 1e3;
       double const tm = Median(theirs.seconds) * 1e3;
-      std::printf("%-6s %14.3f %14.3f %14.3f %14.3f %10.2f %10.2f\n", ours.dataOnly ? "data" : "full", ob, tb, om, tm,
-                  ob / tb, om / tm);
+      std::printf("%-8s %14.3f %14.3f %14.3f %14.3f %10.2f %10.2f\n", ours.name, ob, tb, om, tm, ob / tb, om / tm);
     }
   }
   MPI_Finalize();

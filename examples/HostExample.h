@@ -17,5 +17,9 @@ void PassAroundTheRing(zq::ZQMPT &mpt);
 // A length, a color and a translation from "--length=", "--color=" and "--translation="
 // (or defaults), converted and printed through variants.
 void ShowValuesWithUnits(int argc, char **argv, zq::ZQContext &context, int rank);
+// A total, the ranks' own counts and a set divided over the ranks.
+void DivideTheWork(zq::ZQContext &context);
+// One exchange through ZQCommPatterns with a data handler, printed in order of arrival.
+void ExchangeWithAPattern(zq::ZQContext &context);
 
 } // namespace HostExample

@@ -28,6 +28,8 @@ int main(int argc, char **argv) {
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
   ShowValuesWithUnits(argc, argv, *context, rank);
+  DivideTheWork(*context);
+  ExchangeWithAPattern(*context);
 
   zq::API::Finalize();
   MPI_Finalize();

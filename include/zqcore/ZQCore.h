@@ -44,9 +44,12 @@
 #include <zqcore/values/ZQUnitsConverter.h>
 #include <zqcore/values/ZQVariant.h>
 
+#include <zqcore/parallel/ZQCommDataHandler.h>
+#include <zqcore/parallel/ZQCommPatterns.h>
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
+#include <zqcore/parallel/ZQMPTUtil.h>
 
 #include <zqcore/system/ZQOSUtil.h>
 

@@ -155,12 +155,6 @@ void ZQMPT::HandleError(int code) {
   std::exit(-1);
 }
 
-void ZQMPT::Check(int status) {
-  if (status != 0) {
-    HandleError(status);
-  }
-}
-
 void ZQMPT::InitMPT() {
   std::memset(name, 0, sizeof name);
   nProcs = DetermineNProcs(comm);

@@ -1,10 +1,27 @@
 // ZQMPTArray: growth, sharing and copying of the byte store behind a message buffer.
 #include <zqcore/parallel/ZQMPTArray.h>
 
+#include "core/detail/Fatal.h"
+
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace Velmora::Tessara::ZQ::Core {
+
+namespace {
+
+// A new uninitialised block of `n` elements. A block that cannot be had (a size hint or an
+// announced length beyond memory) is a fatal path like any other failure of message passing.
+template <typename T> T *AllocateOrDie(long long n) {
+  T *block = new (std::nothrow) T[static_cast<std::size_t>(n)];
+  if (block == nullptr) {
+    detail::FatalError();
+  }
+  return block;
+}
+
+} // namespace
 
 template <typename T> ZQMPTArray<T>::ZQMPTArray() = default;
 
@@ -21,7 +38,7 @@ template <typename T> ZQMPTArray<T>::~ZQMPTArray() = default;
 
 template <typename T> void ZQMPTArray<T>::Grow(long long n) {
   // Left uninitialised: packing or a receive writes the bytes before anything reads them.
-  std::shared_ptr<T[]> grown(new T[static_cast<std::size_t>(n)]);
+  std::shared_ptr<T[]> grown(AllocateOrDie<T>(n));
   if (size > 0) {
     std::memcpy(grown.get(), data, static_cast<std::size_t>(std::min(size, n)) * sizeof(T));
   }
@@ -48,7 +65,7 @@ template <typename T> void ZQMPTArray<T>::DeepCopy(ZQMPTArray const &other) {
   size = other.size;
   growth = other.growth;
   if (other.data != nullptr) {
-    storage.reset(new T[static_cast<std::size_t>(capacity)]);
+    storage.reset(AllocateOrDie<T>(capacity));
     data = storage.get();
     std::memcpy(data, other.data, static_cast<std::size_t>(capacity) * sizeof(T));
   }

@@ -38,13 +38,22 @@ template <typename Map> auto Lookup(Map *buffers, int key) -> decltype(&buffers-
   return found == buffers->end() ? nullptr : &found->second;
 }
 
-// The buffer under `key`; a missing map or key ends the job.
-ZQMPTBuffer &Find(Buffers *buffers, int key) {
-  ZQMPTBuffer *buffer = Lookup(buffers, key);
-  if (buffer == nullptr) {
+// Looks `key` up and remembers the buffer in `found`; a missing map or key ends the job.
+[[gnu::noinline]] ZQMPTBuffer &LookUpAndRemember(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
+  found = Lookup(buffers, key);
+  if (found == nullptr) {
     detail::FatalError();
   }
-  return *buffer;
+  foundKey = key;
+  return *found;
+}
+
+// The buffer under `key`: the one remembered in `found` while the key is the same.
+inline ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
+  if (found != nullptr && foundKey == key) {
+    return *found;
+  }
+  return LookUpAndRemember(buffers, key, found, foundKey);
 }
 
 long long SizeUnder(Buffers const *buffers, int key) {
@@ -76,6 +85,14 @@ long long TotalCapacity(Buffers const *buffers) {
     }
   }
   return total;
+}
+
+// Room for `needed` bytes, grown by at least the growth step; the size stays. Kept out of
+// line so that the common path of Pack, which has the room, stays small.
+[[gnu::noinline]] void GrowForPacking(ZQMPTArray<unsigned char> &bytes, long long needed) {
+  long long const size = bytes.GetSize();
+  bytes.Resize(std::max(needed, size + bytes.GetGrowth()));
+  bytes.Resize(size);
 }
 
 void Delete(Buffers *&buffers) {
@@ -139,13 +156,17 @@ ZQMPTBuffer *ZQMPT::GetSendBuffer(int key) { return Lookup(sendBuffers, key); }
 
 ZQMPTBuffer *ZQMPT::GetReceiveBuffer(int key) { return Lookup(receiveBuffers, key); }
 
-ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer); }
+ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer, foundSendBuffer, foundSendKey); }
 
-ZQMPTBuffer &ZQMPT::FindReceiveBuffer() { return Find(receiveBuffers, selectedReceiveBuffer); }
+ZQMPTBuffer &ZQMPT::FindReceiveBuffer() {
+  return Find(receiveBuffers, selectedReceiveBuffer, foundReceiveBuffer, foundReceiveKey);
+}
 
 void ZQMPT::ResetBuffers() {
   Delete(sendBuffers);
   Delete(receiveBuffers);
+  foundSendBuffer = nullptr;
+  foundReceiveBuffer = nullptr;
 }
 
 long long ZQMPT::GetSendBufferSize(int key) const { return SizeUnder(sendBuffers, key); }
@@ -173,8 +194,7 @@ void ZQMPT::Pack(void *data, long long count, int datatype) {
   long long const size = bytes.GetSize();
   long long const needed = size + width * count;
   if (needed > bytes.GetCapacity()) {
-    bytes.Resize(std::max(needed, size + bytes.GetGrowth()));
-    bytes.Resize(size);
+    GrowForPacking(bytes, needed);
   }
   int const capacity32 = NarrowToInt32(bytes.GetCapacity());
   int position = NarrowToInt32(size);

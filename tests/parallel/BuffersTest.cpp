@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <set>
 #include <vector>
 
 using Velmora::Tessara::ZQ::Core::Types;
@@ -168,4 +169,23 @@ TEST(MPTBuffers, BroadcastBufferFillsEveryOtherReceiveBuffer) {
     mpt.Unpack(values, 3);
   }
   EXPECT_TRUE(zqtest::AllRanks(ok && values[2] == 3.5));
+}
+
+// Packing follows the selection however it moves: by Select, by Init, and by an exchange
+// operation that puts a remembered selection back.
+TEST(MPTBuffers, InterleavedPackingFollowsTheSelection) {
+  ZQMPT mpt;
+  int values[] = {11, 22, 33};
+  mpt.InitSendBuffer(1, 16);
+  mpt.Pack(&values[0], 1);
+  mpt.InitSendBuffer(2, 16);
+  mpt.Pack(&values[1], 1);
+  mpt.SelectSendBuffer(1);
+  mpt.NBSendBuffers(std::set<int>{-1}, true);
+  mpt.Pack(&values[2], 1);
+  mpt.CopySendToReceiveBuffer(1);
+  int got[2] = {};
+  mpt.Unpack(got, 2);
+  EXPECT_EQ(mpt.GetSendBufferSize(2), 4);
+  EXPECT_EQ((std::vector<int>{got[0], got[1]}), (std::vector<int>{11, 33}));
 }

@@ -49,6 +49,18 @@ int main(int argc, char **argv) {
          mpt.CopySendToReceiveBuffer(0);
          mpt.Unpack(bytes, 5);
        }},
+      // Buffers deleted under a selection that has already packed are gone.
+      {"pack_after_buffers_reset",
+       [] {
+         ZQMPT mpt;
+         mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 1);
+         mpt.ResetBuffers();
+         mpt.Pack(bytes, 1);
+       }},
+      // A buffer that cannot be allocated ends the job like any other failure.
+      {"init_send_buffer_beyond_memory", [] { ZQMPT().InitSendBuffer(0, 1LL << 40); }},
+      {"init_receive_buffer_beyond_memory", [] { ZQMPT().InitReceiveBuffer(0, 1LL << 40); }},
   };
   return zqtest::RunFatalCase(argc, argv, cases);
 }

@@ -43,6 +43,9 @@ void WatchForFinalize() {
   int key = MPI_KEYVAL_INVALID;
   if (MPI_Comm_create_keyval(MPI_COMM_NULL_COPY_FN, MarkLayerDown, &key, nullptr) == MPI_SUCCESS) {
     MPI_Comm_set_attr(MPI_COMM_SELF, key, nullptr);
+    // The attribute keeps the key alive until MPI_Finalize deletes it; only the attribute
+    // needs it from here on, so the key is released at once and nothing is left behind.
+    MPI_Comm_free_keyval(&key);
   }
 }
 

@@ -6,12 +6,15 @@ namespace Velmora::Tessara::ZQ::Core {
 
 class ZQAPI;
 class ZQColor;
+class ZQCommDataHandler;
+class ZQCommPatterns;
 class ZQContext;
 class ZQErrorStack;
 class ZQLocale;
 class ZQLogging;
 class ZQMPT;
 class ZQMPTBuffer;
+class ZQMPTUtil;
 class ZQOSUtil;
 class ZQResult;
 class ZQString;

@@ -220,8 +220,12 @@ private:
   static int DetermineProcRank(unsigned long long comm);
   static void GetErrorMessage(int code);
   [[noreturn]] static void HandleError(int code);
-  /// Runs the fatal tail for a nonzero status of the layer.
-  static void Check(int status);
+  /// Runs the fatal tail for a nonzero status of the layer. Inline: packing checks every call.
+  static void Check(int status) {
+    if (status != 0) {
+      HandleError(status);
+    }
+  }
   using BufferMap = std::map<int, ZQMPTBuffer>;
 
   int GetSendTag(int peer);
@@ -271,6 +275,13 @@ private:
   BufferMap *receiveBuffers = nullptr;
   int selectedSendBuffer = -1;
   int selectedReceiveBuffer = -1;
+  // The buffers last found under a selection, with the key they were found for: packing and
+  // unpacking value by value then look the map up only when the selection has moved. The
+  // maps' nodes keep their addresses until a map is deleted, which forgets both.
+  ZQMPTBuffer *foundSendBuffer = nullptr;
+  int foundSendKey = -1;
+  ZQMPTBuffer *foundReceiveBuffer = nullptr;
+  int foundReceiveKey = -1;
   long long autoBufferResetThreshold = DefaultAutoBufferResetThreshold;
 };
 
