@@ -37,6 +37,9 @@
 #include <zqcore/containers/ZQSetObjectType.h>
 
 #include <zqcore/geometry/ZQMatrix.h>
+#include <zqcore/geometry/ZQNURBSCurveEvaluation.h>
+#include <zqcore/geometry/ZQNURBSSurfaceEvaluation.h>
+#include <zqcore/geometry/ZQSplineAlgorithms.h>
 #include <zqcore/geometry/ZQVector.h>
 
 #include <zqcore/parallel/ZQMPT.h>

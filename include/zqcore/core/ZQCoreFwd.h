@@ -11,6 +11,8 @@ class ZQLocale;
 class ZQLogging;
 class ZQMPT;
 class ZQMPTBuffer;
+class ZQNURBSCurveEvaluation;
+class ZQNURBSSurfaceEvaluation;
 class ZQOSUtil;
 class ZQResult;
 class ZQString;
