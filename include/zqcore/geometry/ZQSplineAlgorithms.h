@@ -49,7 +49,7 @@ public:
   /// A zero knot difference contributes nothing, so repeated knots inside the support
   /// keep the values finite.
   void BasisFunctions(Int span, Real u, Int degree, Real const *knots, Real *N) {
-    DispatchDegree(degree, [&](auto p) { BasisFunctionsOfDegree(span, u, p, knots, N); });
+    WithConstant<1, 2, 3>(degree, [&](auto p) { BasisFunctionsOfDegree(span, u, p, knots, N); });
   }
 
   /// ders[k][j]: the k-th derivative of the j-th non-zero basis function on `span`, for
@@ -57,7 +57,9 @@ public:
   /// BasisFunctions there is no guard: a zero knot difference in the support divides by
   /// zero and the infinity or NaN reaches the result.
   void BasisFunctionDerivatives(Int span, Real u, Int degree, Int order, Real const *knots, Real ders[][MaxOrder]) {
-    DispatchDegree(degree, [&](auto p) { BasisFunctionDerivativesOfDegree(span, u, p, order, knots, ders); });
+    WithConstant<1, 2, 3>(degree, [&](auto p) {
+      WithConstant<1, 2>(order, [&](auto n) { BasisFunctionDerivativesOfDegree(span, u, p, n, knots, ders); });
+    });
   }
 
 protected:
@@ -96,16 +98,15 @@ protected:
     BasisFunctions(spanV, v, degreeV, knotsV, basisV);
     Int const rowStride = (knotCountV - degreeV - 1) * C;
     Real const *corner = controlPoints + (spanU - degreeU) * rowStride + (spanV - degreeV) * C;
-    for (int c = 0; c < C; ++c) {
-      out[c] = Real(0);
-    }
+    Real sum[C] = {};
     for (Int s = 0; s <= degreeV; ++s) {
       Real column[C] = {};
       for (Int r = 0; r <= degreeU; ++r) {
         AddScaled<C>(basisU[r], corner + r * rowStride + s * C, column);
       }
-      AddScaled<C>(basisV[s], column, out);
+      AddScaled<C>(basisV[s], column, sum);
     }
+    Store<C>(sum, out);
   }
 
   /// out[k][l] for k, l = 0..order with k + l <= order: mixed derivatives of the
@@ -128,12 +129,11 @@ protected:
     Real const *corner = controlPoints + (spanU - degreeU) * rowStride + (spanV - degreeV) * C;
     for (Int k = 0; k <= orderU; ++k) {
       for (Int s = 0; s <= degreeV; ++s) {
-        for (int c = 0; c < C; ++c) {
-          temp[s][c] = Real(0);
-        }
+        Real column[C] = {};
         for (Int r = 0; r <= degreeU; ++r) {
-          AddScaled<C>(dersU[k][r], corner + r * rowStride + s * C, temp[s]);
+          AddScaled<C>(dersU[k][r], corner + r * rowStride + s * C, column);
         }
+        Store<C>(column, temp[s]);
       }
       Int const orderL = order - k < orderV ? order - k : orderV;
       for (Int l = 0; l <= orderL; ++l) {
@@ -159,12 +159,18 @@ protected:
   }
 
   /// out = sum of weights[j] * points[j], j = 0..last rising, points C components apart.
+  /// The sum is kept in registers: `out` may lie in the same object as the inputs.
   template <int C> static void CombinePoints(Real const *weights, Int last, Real const *points, Real *out) {
-    for (int c = 0; c < C; ++c) {
-      out[c] = Real(0);
-    }
+    Real sum[C] = {};
     for (Int j = 0; j <= last; ++j) {
-      AddScaled<C>(weights[j], points + j * C, out);
+      AddScaled<C>(weights[j], points + j * C, sum);
+    }
+    Store<C>(sum, out);
+  }
+
+  template <int C> static void Store(Real const *values, Real *out) {
+    for (int c = 0; c < C; ++c) {
+      out[c] = values[c];
     }
   }
 
@@ -177,22 +183,13 @@ protected:
   Real a[2][MaxOrder];
 
 private:
-  /// Runs `work` with the degree as a compile-time constant for the common low degrees, so
-  /// that their loops unroll, and as a run-time value otherwise; the arithmetic is the same.
-  template <typename Work> static void DispatchDegree(Int degree, Work &&work) {
-    switch (degree) {
-    case 1:
-      work(std::integral_constant<Int, 1>());
-      break;
-    case 2:
-      work(std::integral_constant<Int, 2>());
-      break;
-    case 3:
-      work(std::integral_constant<Int, 3>());
-      break;
-    default:
-      work(degree);
-      break;
+  /// Runs `work` with `value` as a compile-time constant when it is one of `Constants`, so
+  /// that the loops it bounds unroll, and as a run-time value otherwise. The arithmetic is
+  /// the same either way.
+  template <Int... Constants, typename Work> static void WithConstant(Int value, Work &&work) {
+    bool const matched = ((value == Constants ? (work(std::integral_constant<Int, Constants>()), true) : false) || ...);
+    if (!matched) {
+      work(value);
     }
   }
 
@@ -212,8 +209,8 @@ private:
     }
   }
 
-  template <typename Degree>
-  void BasisFunctionDerivativesOfDegree(Int span, Real u, Degree degree, Int order, Real const *knots,
+  template <typename Degree, typename Order>
+  void BasisFunctionDerivativesOfDegree(Int span, Real u, Degree degree, Order order, Real const *knots,
                                         Real ders[][MaxOrder]) {
     FillBasisTable(span, u, degree, knots);
     for (Int j = 0; j <= degree; ++j) {
@@ -248,7 +245,8 @@ private:
   }
 
   /// Derivatives 1..order of basis function r, before the factor degree! / (degree - k)!.
-  template <typename Degree> void DerivativesOfOneFunction(Int r, Degree degree, Int order, Real ders[][MaxOrder]) {
+  template <typename Degree, typename Order>
+  void DerivativesOfOneFunction(Int r, Degree degree, Order order, Real ders[][MaxOrder]) {
     Int s1 = 0;
     Int s2 = 1;
     a[0][0] = Real(1);
