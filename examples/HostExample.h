@@ -14,5 +14,8 @@ void PrintBuildTables();
 void ExerciseErrorStack(zq::ZQContext &context, int rank);
 // A packed record passed to the next rank around the ring.
 void PassAroundTheRing(zq::ZQMPT &mpt);
+// A length, a color and a translation from "--length=", "--color=" and "--translation="
+// (or defaults), converted and printed through variants.
+void ShowValuesWithUnits(int argc, char **argv, zq::ZQContext &context, int rank);
 
 } // namespace HostExample

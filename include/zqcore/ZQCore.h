@@ -19,6 +19,7 @@
 #include <zqcore/strings/ZQLocale.h>
 #include <zqcore/strings/ZQString.h>
 #include <zqcore/strings/ZQStringEncoding.h>
+#include <zqcore/strings/ZQStringUtil.h>
 #include <zqcore/strings/ZQXercesString.h>
 
 #include <zqcore/containers/ZQArray.h>
@@ -42,12 +43,17 @@
 #include <zqcore/geometry/ZQSplineAlgorithms.h>
 #include <zqcore/geometry/ZQVector.h>
 
+#include <zqcore/values/ZQColor.h>
+#include <zqcore/values/ZQUnitsConverter.h>
+#include <zqcore/values/ZQVariant.h>
+
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
 
 #include <zqcore/system/ZQOSUtil.h>
 
+#include <zqcore/public/Color.h>
 #include <zqcore/public/Context.h>
 #include <zqcore/public/ErrorStack.h>
 #include <zqcore/public/Float64Array.h>
@@ -56,3 +62,6 @@
 #include <zqcore/public/Result.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
+#include <zqcore/public/StringUtil.h>
+#include <zqcore/public/UnitsConverter.h>
+#include <zqcore/public/Variant.h>

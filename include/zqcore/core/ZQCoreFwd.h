@@ -5,6 +5,7 @@
 namespace Velmora::Tessara::ZQ::Core {
 
 class ZQAPI;
+class ZQColor;
 class ZQContext;
 class ZQErrorStack;
 class ZQLocale;
@@ -17,6 +18,9 @@ class ZQOSUtil;
 class ZQResult;
 class ZQString;
 class ZQStringEncoding;
+class ZQStringUtil;
+class ZQUnitsConverter;
+class ZQVariant;
 class ZQXercesString;
 
 template <typename I> class ZQArrayBase;
@@ -39,6 +43,7 @@ template <typename T, int Rows, int Cols, int Size> class ZQMatrix;
 
 class API;
 class BuildInfo;
+class Color;
 class Config;
 class Context;
 class ErrorStack;
@@ -48,7 +53,10 @@ class MPT;
 class Result;
 class String;
 class StringArray;
+class StringUtil;
 class Types;
+class UnitsConverter;
+class Variant;
 class VersionInfo;
 
 } // namespace Velmora::Tessara::ZQ::Core
