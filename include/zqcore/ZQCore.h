@@ -41,6 +41,7 @@
 #include <zqcore/geometry/ZQNURBSCurveEvaluation.h>
 #include <zqcore/geometry/ZQNURBSSurfaceEvaluation.h>
 #include <zqcore/geometry/ZQSplineAlgorithms.h>
+#include <zqcore/geometry/ZQTransform.h>
 #include <zqcore/geometry/ZQVector.h>
 
 #include <zqcore/values/ZQColor.h>
@@ -63,5 +64,6 @@
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
 #include <zqcore/public/StringUtil.h>
+#include <zqcore/public/Transform.h>
 #include <zqcore/public/UnitsConverter.h>
 #include <zqcore/public/Variant.h>
