@@ -17,5 +17,8 @@ void PassAroundTheRing(zq::ZQMPT &mpt);
 // A length, a color and a translation from "--length=", "--color=" and "--translation="
 // (or defaults), converted and printed through variants.
 void ShowValuesWithUnits(int argc, char **argv, zq::ZQContext &context, int rank);
+// A NURBS surface on a grid whose rows are divided over the ranks, each point turned by a
+// transform; every rank prints a checksum of its points.
+void EvaluateSurfaceOnRanks(zq::ZQContext &context, int rank, int nProcs);
 
 } // namespace HostExample

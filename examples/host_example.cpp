@@ -28,6 +28,7 @@ int main(int argc, char **argv) {
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
   ShowValuesWithUnits(argc, argv, *context, rank);
+  EvaluateSurfaceOnRanks(*context, rank, nProcs);
 
   zq::API::Finalize();
   MPI_Finalize();
