@@ -10,34 +10,30 @@ using namespace Velmora::Tessara::ZQ::Core;
 
 namespace {
 
-// A clamped knot vector and enough control points for the given degree, so that a missing
-// check would evaluate normally and return.
-struct Geometry {
-  explicit Geometry(long long degree) : knots(2 * (degree + 1), 0.0), points(4 * (degree + 1), 1.0) {
-    std::fill(knots.begin() + degree + 1, knots.end(), 1.0);
-  }
-  std::vector<double> knots;
-  std::vector<double> points;
-};
+// A clamped knot vector of the given degree with points to match, so that an evaluation
+// without the check would run normally and return.
+std::vector<double> Knots(long long degree) {
+  std::vector<double> knots(2 * (degree + 1), 0.0);
+  std::fill(knots.begin() + degree + 1, knots.end(), 1.0);
+  return knots;
+}
 
-void EvaluateCurve(long long degree, bool withOutputs) {
-  Geometry const curve(degree > 32 ? 3 : degree);
+void EvaluateCurve(long long degree, bool withPoint) {
+  std::vector<double> const knots = Knots(degree > 32 ? 1 : degree);
+  std::vector<double> const points(knots.size() * 3, 1.0);
   double point[3];
-  ZQNURBSCurveEvaluation evaluation;
-  evaluation.Evaluate(static_cast<long long>(curve.knots.size()), degree, curve.knots.data(), curve.points.data(),
-                      false, 0.5, withOutputs ? point : nullptr, nullptr, nullptr);
+  ZQNURBSCurveEvaluation().Evaluate(static_cast<long long>(knots.size()), degree, knots.data(), points.data(), false,
+                                    0.5, withPoint ? point : nullptr, nullptr, nullptr);
 }
 
 void EvaluateSurface(long long degreeU, long long degreeV) {
-  Geometry const u(degreeU);
-  Geometry const v(degreeV);
-  std::vector<double> const net(3 * (degreeU + 1) * (degreeV + 1), 1.0);
+  std::vector<double> const u = Knots(degreeU), v = Knots(degreeV);
+  std::vector<double> const net(u.size() * v.size() * 3, 1.0);
   double const uv[2] = {0.5, 0.5};
   double point[3];
-  ZQNURBSSurfaceEvaluation evaluation;
-  evaluation.Evaluate(static_cast<long long>(u.knots.size()), degreeU, u.knots.data(),
-                      static_cast<long long>(v.knots.size()), degreeV, v.knots.data(), net.data(), false, uv, point,
-                      nullptr, nullptr, nullptr, nullptr, nullptr);
+  ZQNURBSSurfaceEvaluation().Evaluate(static_cast<long long>(u.size()), degreeU, u.data(),
+                                      static_cast<long long>(v.size()), degreeV, v.data(), net.data(), false, uv, point,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Curve and surface evaluation: exact values for every path, which outputs are written,
-// the exact zeros above a degree, and what a copy carries.
+// Curve and surface evaluation: exact values on every path, which outputs are written,
+// exact zeros above a degree, zero-length spans, and what a copy carries.
 #include <zqcore/geometry/ZQNURBSCurveEvaluation.h>
 #include <zqcore/geometry/ZQNURBSSurfaceEvaluation.h>
 
@@ -10,9 +10,9 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <vector>
 
 using namespace Velmora::Tessara::ZQ::Core;
+using namespace splineref;
 
 namespace {
 
@@ -20,313 +20,167 @@ constexpr double kUntouched = -999.5;
 
 struct Point {
   double xyz[3] = {kUntouched, kUntouched, kUntouched};
-  double *out() { return xyz; }
   bool Untouched() const { return xyz[0] == kUntouched && xyz[1] == kUntouched && xyz[2] == kUntouched; }
+  bool Zero() const { return xyz[0] == 0.0 && xyz[1] == 0.0 && xyz[2] == 0.0; }
 };
 
-// The same geometry as make_spline_references.py, written out as the library takes it.
-struct Curve {
-  std::vector<double> knots;
-  long long degree;
-  std::vector<double> points; // 3 or 4 (homogeneous) values per point
-  bool rational;
-  long long KnotCount() const { return static_cast<long long>(knots.size()); }
-};
-
-std::vector<double> Weighted(std::vector<double> const &xyz, std::vector<double> const &weights) {
-  std::vector<double> homogeneous;
-  for (size_t i = 0; i < weights.size(); ++i) {
-    for (int c = 0; c < 3; ++c) {
-      homogeneous.push_back(xyz[3 * i + c] * weights[i]);
+bool Same(Point const *a, Point const *b, int count) {
+  for (int i = 0; i < count; ++i) {
+    if (!std::equal(a[i].xyz, a[i].xyz + 3, b[i].xyz)) {
+      return false;
     }
-    homogeneous.push_back(weights[i]);
   }
-  return homogeneous;
+  return true;
 }
 
-std::vector<double> const kCubicKnots = {0, 0, 0, 0, 0.25, 0.5, 0.5, 0.75, 1, 1, 1, 1};
-std::vector<double> const kCubicPoints = {0, 0, 0, 1, 2, 0, 2, 3, 1, 4, 3, -1, 5, 1, 2, 6, -1, 0, 8, 0, 1, 9, 2, 3};
-std::vector<double> const kCubicWeights = {1, 0.5, 2, 1.5, 1, 0.75, 2.5, 1};
-std::vector<double> const kLinearPoints = {0, 0, 0, 2, 1, 0, 3, 3, 1};
-
-std::vector<double> HighDegreeKnots() {
-  std::vector<double> knots(32, 0.0);
-  knots.push_back(0.5);
-  knots.insert(knots.end(), 32, 1.0);
-  return knots;
-}
-
-std::vector<double> HighDegreePoints() {
-  std::vector<double> points;
-  for (int i = 0; i < 33; ++i) {
-    points.insert(points.end(), {double((i * 7) % 5 - 2), double((i * 3) % 7 - 3), double((i * i) % 4)});
-  }
-  return points;
-}
-
-std::vector<double> HighDegreeWeights() {
-  std::vector<double> weights;
-  for (int i = 0; i < 33; ++i) {
-    weights.push_back(1 + (i % 3) * 0.5);
-  }
-  return weights;
-}
-
-void ExpectPointNear(double const *got, double const *expected, double scale, std::string const &what) {
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_NEAR(got[c], expected[c], 1e-12 * scale) << what << ", component " << c;
-  }
-}
-
-double Scale(double const (*rows)[3], int count) {
+// Exact values are met to 1e-12, relative to the largest value of all the outputs.
+void ExpectPointNear(Point const &got, double const *expected, double const (*all)[3], int count,
+                     std::string const &what) {
   double scale = 1.0;
   for (int k = 0; k < count; ++k) {
     for (int c = 0; c < 3; ++c) {
-      scale = std::max(scale, std::fabs(rows[k][c]));
+      scale = std::max(scale, std::fabs(all[k][c]));
     }
   }
-  return scale;
+  for (int c = 0; c < 3; ++c) {
+    EXPECT_NEAR(got.xyz[c], expected[c], 1e-12 * scale) << what << ", component " << c;
+  }
 }
 
-// Every path of the curve against the exact values: the point alone, the first
+// Degrees 0, 1, 2, 3 and 31, clamped and not, rational and not: the point alone, the first
 // derivative alone, and all three.
-template <size_t Size>
-void ExpectCurveMatches(Curve const &curve, splineref::CurveReference const (&references)[Size]) {
+TEST(CurveEvaluation, EveryPathMatchesExactValues) {
   ZQNURBSCurveEvaluation evaluation;
-  for (auto const &reference : references) {
-    std::string const at = "degree " + std::to_string(curve.degree) + (curve.rational ? " rational" : "") +
-                           " at u = " + std::to_string(reference.u);
-    double const scale = Scale(reference.derivatives, 3);
-    Point value;
-    evaluation.Evaluate(curve.KnotCount(), curve.degree, curve.knots.data(), curve.points.data(), curve.rational,
-                        reference.u, value.out(), nullptr, nullptr);
-    ExpectPointNear(value.xyz, reference.derivatives[0], scale, "value path, " + at);
-
-    Point first;
-    evaluation.Evaluate(curve.KnotCount(), curve.degree, curve.knots.data(), curve.points.data(), curve.rational,
-                        reference.u, nullptr, first.out(), nullptr);
-    ExpectPointNear(first.xyz, reference.derivatives[1], scale, "first derivative alone, " + at);
-
-    Point all[3];
-    evaluation.Evaluate(curve.KnotCount(), curve.degree, curve.knots.data(), curve.points.data(), curve.rational,
-                        reference.u, all[0].out(), all[1].out(), all[2].out());
-    for (int k = 0; k < 3; ++k) {
-      ExpectPointNear(all[k].xyz, reference.derivatives[k], scale, "derivative " + std::to_string(k) + ", " + at);
-    }
-  }
-}
-
-// ---- Curves against exact values --------------------------------------------------------
-
-TEST(CurveEvaluation, PolynomialMatchesExactValues) {
-  ExpectCurveMatches({kCubicKnots, 3, kCubicPoints, false}, splineref::kCubicCurve);
-  ExpectCurveMatches({{0, 1, 2, 3, 4, 5, 6, 7}, 2, {0, 0, 0, 1, 1, 0, 3, -1, 2, 4, 2, 1, 6, 0, 0}, false},
-                     splineref::kUnclampedCurve);
-  ExpectCurveMatches({{0, 1, 2, 3}, 0, {1, 2, 3, 4, 5, 6, 7, 8, 9}, false}, splineref::kConstantCurve);
-  ExpectCurveMatches({HighDegreeKnots(), 31, HighDegreePoints(), false}, splineref::kHighDegreeCurve);
-}
-
-TEST(CurveEvaluation, RationalMatchesExactValues) {
-  ExpectCurveMatches({kCubicKnots, 3, Weighted(kCubicPoints, kCubicWeights), true}, splineref::kCubicRationalCurve);
-  // Degree 1 with weights: the homogeneous second derivative is zero, the true one is not.
-  ExpectCurveMatches({{0, 0, 1, 2, 2}, 1, Weighted(kLinearPoints, {1, 3, 0.5}), true}, splineref::kLinearRationalCurve);
-  ExpectCurveMatches({HighDegreeKnots(), 31, Weighted(HighDegreePoints(), HighDegreeWeights()), true},
-                     splineref::kHighDegreeRationalCurve);
-}
-
-TEST(CurveEvaluation, DerivativesAboveTheDegreeAreExactZeros) {
-  ZQNURBSCurveEvaluation evaluation;
-  std::vector<double> const linearKnots = {0, 0, 1, 2, 2};
-  Point point, first, second;
-  evaluation.Evaluate(5, 1, linearKnots.data(), kLinearPoints.data(), false, 0.3, point.out(), first.out(),
-                      second.out());
-  EXPECT_EQ(second.xyz[0], 0.0);
-  EXPECT_EQ(second.xyz[1], 0.0);
-  EXPECT_EQ(second.xyz[2], 0.0);
-  EXPECT_NE(first.xyz[0], 0.0);
-
-  std::vector<double> const stepKnots = {0, 1, 2, 3};
-  std::vector<double> const stepPoints = {1, 2, 3, 4, 5, 6, 7, 8, 9};
-  evaluation.Evaluate(4, 0, stepKnots.data(), stepPoints.data(), false, 1.5, point.out(), first.out(), nullptr);
-  EXPECT_EQ(point.xyz[0], 4.0);
-  EXPECT_EQ(point.xyz[2], 6.0);
-  EXPECT_EQ(first.xyz[0], 0.0);
-  EXPECT_EQ(first.xyz[1], 0.0);
-  EXPECT_EQ(first.xyz[2], 0.0);
-}
-
-// ---- Which outputs are written ----------------------------------------------------------
-
-TEST(CurveEvaluation, OnlyRequestedOutputsAreWritten) {
-  ZQNURBSCurveEvaluation evaluation;
-  std::vector<double> const points = Weighted(kCubicPoints, kCubicWeights);
-  for (bool rational : {false, true}) {
-    double const *net = rational ? points.data() : kCubicPoints.data();
-    Point point, first, second;
-    evaluation.Evaluate(12, 3, kCubicKnots.data(), net, rational, 0.3, nullptr, first.out(), nullptr);
-    EXPECT_TRUE(point.Untouched());
-    EXPECT_FALSE(first.Untouched());
-    Point skipped;
-    evaluation.Evaluate(12, 3, kCubicKnots.data(), net, rational, 0.3, nullptr, skipped.out(), second.out());
-    // Asking for the second derivative gives order 2 and still leaves out the first.
-    evaluation.Evaluate(12, 3, kCubicKnots.data(), net, rational, 0.3, point.out(), nullptr, second.out());
-    EXPECT_TRUE(std::isfinite(second.xyz[0]));
-    EXPECT_FALSE(point.Untouched());
-    Point untouched;
-    evaluation.Evaluate(12, 3, kCubicKnots.data(), net, rational, 0.3, nullptr, nullptr, nullptr);
-    evaluation.Evaluate(12, 3, kCubicKnots.data(), net, rational, 0.3, nullptr, nullptr, second.out());
-    EXPECT_TRUE(untouched.Untouched());
-  }
-}
-
-TEST(CurveEvaluation, ZeroLengthLastSpanIsFiniteOnlyOnTheValuePath) {
-  ZQNURBSCurveEvaluation evaluation;
-  std::vector<double> const knots = {0, 0, 0, 0, 1, 1, 1, 1, 1};
-  std::vector<double> const points = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5};
-  Point point;
-  evaluation.Evaluate(9, 3, knots.data(), points.data(), false, 1.0, point.out(), nullptr, nullptr);
-  EXPECT_EQ(point.xyz[0], 0.0);
-  EXPECT_EQ(point.xyz[1], 0.0);
-  Point first;
-  evaluation.Evaluate(9, 3, knots.data(), points.data(), false, 1.0, point.out(), first.out(), nullptr);
-  EXPECT_FALSE(std::isfinite(point.xyz[0]));
-}
-
-TEST(CurveEvaluation, IdentityTagIsNotCopiedButBinomialsAre) {
-  ZQNURBSCurveEvaluation tagged(42);
-  EXPECT_EQ(tagged.GetID(), 42);
-  EXPECT_EQ(ZQNURBSCurveEvaluation().GetID(), 0);
-  ZQNURBSCurveEvaluation copy(tagged);
-  EXPECT_EQ(copy.GetID(), 0);
-  ZQNURBSCurveEvaluation target(7);
-  target = tagged;
-  EXPECT_EQ(target.GetID(), 7);
-  target.Reset();
-  EXPECT_EQ(target.GetID(), 7);
-
-  // A copy evaluates rationally (which reads the binomial table) as the original does.
-  std::vector<double> const points = Weighted(kCubicPoints, kCubicWeights);
-  Point a[3], b[3];
-  tagged.Evaluate(12, 3, kCubicKnots.data(), points.data(), true, 0.6, a[0].out(), a[1].out(), a[2].out());
-  copy.Evaluate(12, 3, kCubicKnots.data(), points.data(), true, 0.6, b[0].out(), b[1].out(), b[2].out());
-  for (int k = 0; k < 3; ++k) {
-    for (int c = 0; c < 3; ++c) {
-      EXPECT_EQ(a[k].xyz[c], b[k].xyz[c]);
-    }
-  }
-}
-
-// ---- Surfaces ---------------------------------------------------------------------------
-
-struct Surface {
-  std::vector<double> knotsU = {0, 0, 0, 0, 0.5, 1, 1, 1, 1};
-  std::vector<double> knotsV = {0, 0, 0, 0.4, 1, 1, 1};
-  std::vector<double> net;
-  bool rational = false;
-
-  explicit Surface(bool weighted) : rational(weighted) {
-    for (int a = 0; a < 5; ++a) {
-      for (int b = 0; b < 4; ++b) {
-        double const w = weighted ? 1 + ((a + 2 * b) % 4) * 0.25 : 1.0;
-        net.insert(net.end(), {a * w, b * w, ((a * 3 + b * 5) % 7) * 0.25 * w});
-        if (weighted) {
-          net.push_back(w);
-        }
+  for (CurveCase const &c : kCurveCases) {
+    for (int i = 0; i < c.referenceCount; ++i) {
+      CurveReference const &r = c.references[i];
+      std::string const at = std::string(c.name) + " at u = " + std::to_string(r.u);
+      auto evaluate = [&](Point *p, Point *d1, Point *d2) {
+        evaluation.Evaluate(c.knotCount, c.degree, c.knots, c.points, c.rational, r.u, p ? p->xyz : nullptr,
+                            d1 ? d1->xyz : nullptr, d2 ? d2->xyz : nullptr);
+      };
+      Point value, first, all[3];
+      evaluate(&value, nullptr, nullptr);
+      ExpectPointNear(value, r.derivatives[0], r.derivatives, 3, "value path, " + at);
+      evaluate(nullptr, &first, nullptr);
+      ExpectPointNear(first, r.derivatives[1], r.derivatives, 3, "first derivative alone, " + at);
+      evaluate(&all[0], &all[1], &all[2]);
+      for (int k = 0; k < 3; ++k) {
+        ExpectPointNear(all[k], r.derivatives[k], r.derivatives, 3, "order " + std::to_string(k) + ", " + at);
       }
     }
   }
-
-  void Evaluate(ZQNURBSSurfaceEvaluation &evaluation, double const *uv, Point *outputs, bool wanted[6]) const {
-    auto pick = [&](int i) { return wanted[i] ? outputs[i].out() : nullptr; };
-    evaluation.Evaluate(9, 3, knotsU.data(), 7, 2, knotsV.data(), net.data(), rational, uv, pick(0), pick(1), pick(2),
-                        pick(3), pick(4), pick(5));
-  }
-};
-
-template <size_t Size>
-void ExpectSurfaceMatches(Surface const &surface, splineref::SurfaceReference const (&references)[Size]) {
-  ZQNURBSSurfaceEvaluation evaluation;
-  for (auto const &reference : references) {
-    std::string const at = std::string(surface.rational ? "rational" : "polynomial") + " at (" +
-                           std::to_string(reference.uv[0]) + ", " + std::to_string(reference.uv[1]) + ")";
-    double const scale = Scale(reference.outputs, 6);
-    Point outputs[6];
-    bool all[6] = {true, true, true, true, true, true};
-    surface.Evaluate(evaluation, reference.uv, outputs, all);
-    for (int i = 0; i < 6; ++i) {
-      ExpectPointNear(outputs[i].xyz, reference.outputs[i], scale, "output " + std::to_string(i) + ", " + at);
-    }
-    Point value[6];
-    bool pointOnly[6] = {true, false, false, false, false, false};
-    surface.Evaluate(evaluation, reference.uv, value, pointOnly);
-    ExpectPointNear(value[0].xyz, reference.outputs[0], scale, "value path, " + at);
-    Point first[6];
-    bool firstOnly[6] = {false, true, true, false, false, false};
-    surface.Evaluate(evaluation, reference.uv, first, firstOnly);
-    ExpectPointNear(first[1].xyz, reference.outputs[1], scale, "du at order 1, " + at);
-    ExpectPointNear(first[2].xyz, reference.outputs[2], scale, "dv at order 1, " + at);
-  }
 }
 
-TEST(SurfaceEvaluation, MatchesExactValuesInBothDirections) {
-  ExpectSurfaceMatches(Surface(false), splineref::kSurface);
-  ExpectSurfaceMatches(Surface(true), splineref::kRationalSurface);
+TEST(CurveEvaluation, PolynomialDerivativesAboveTheDegreeAreExactZeros) {
+  ZQNURBSCurveEvaluation evaluation;
+  Point point, first, second;
+  evaluation.Evaluate(5, 1, kLinearKnots, kConstantPoints, false, 0.3, point.xyz, first.xyz, second.xyz);
+  EXPECT_TRUE(second.Zero());
+  EXPECT_FALSE(first.Zero());
+  evaluation.Evaluate(4, 0, kConstantKnots, kConstantPoints, false, 1.5, point.xyz, first.xyz, nullptr);
+  EXPECT_TRUE(first.Zero());
+  EXPECT_EQ(point.xyz[0], 4.0);
 }
 
-TEST(SurfaceEvaluation, OnlyRequestedOutputsAreWritten) {
-  ZQNURBSSurfaceEvaluation evaluation;
-  double const uv[2] = {0.3, 0.7};
+TEST(CurveEvaluation, OnlyRequestedOutputsAreWritten) {
+  ZQNURBSCurveEvaluation evaluation;
   for (bool rational : {false, true}) {
-    Surface const surface(rational);
-    Point outputs[6];
-    bool mixedOnly[6] = {false, false, false, false, true, false};
-    surface.Evaluate(evaluation, uv, outputs, mixedOnly);
-    for (int i = 0; i < 6; ++i) {
-      EXPECT_EQ(outputs[i].Untouched(), i != 4) << "output " << i;
+    double const *net = rational ? kCubicRationalPoints : kCubicPoints;
+    Point point, first, second;
+    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, nullptr, nullptr, nullptr);
+    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, nullptr, nullptr, second.xyz);
+    EXPECT_TRUE(point.Untouched() && first.Untouched());
+    EXPECT_FALSE(second.Untouched());
+    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, point.xyz, nullptr, second.xyz);
+    EXPECT_TRUE(first.Untouched());
+    EXPECT_FALSE(point.Untouched());
+  }
+}
+
+// End multiplicity p + 2: the value path gives finite zeros, a derivative path divides by
+// the empty span and spoils the point too.
+TEST(CurveEvaluation, ZeroLengthLastSpanIsFiniteOnlyOnTheValuePath) {
+  ZQNURBSCurveEvaluation evaluation;
+  double const knots[] = {0, 0, 0, 0, 1, 1, 1, 1, 1};
+  Point point, first;
+  evaluation.Evaluate(9, 3, knots, kCubicPoints, false, 1.0, point.xyz, nullptr, nullptr);
+  EXPECT_TRUE(point.Zero());
+  evaluation.Evaluate(9, 3, knots, kCubicPoints, false, 1.0, point.xyz, first.xyz, nullptr);
+  EXPECT_FALSE(std::isfinite(point.xyz[0]));
+}
+
+void EvaluateSurface(ZQNURBSSurfaceEvaluation &evaluation, bool rational, double const *uv, Point *outputs,
+                     unsigned wanted) {
+  auto pick = [&](int i) { return (wanted >> i & 1U) != 0 ? outputs[i].xyz : nullptr; };
+  evaluation.Evaluate(9, 3, kSurfaceUKnots, 7, 2, kSurfaceVKnots, rational ? kSurfaceWeightedNet : kSurfaceNet,
+                      rational, uv, pick(0), pick(1), pick(2), pick(3), pick(4), pick(5));
+}
+
+// A bicubic by biquadratic net with different knot vectors in the two directions: all six
+// outputs, the value path, and order 1 alone.
+TEST(SurfaceEvaluation, EveryPathMatchesExactValues) {
+  ZQNURBSSurfaceEvaluation evaluation;
+  for (bool rational : {false, true}) {
+    for (SurfaceReference const &r : rational ? kRationalSurface : kSurface) {
+      std::string const at = std::string(rational ? "rational" : "polynomial") + " at (" + std::to_string(r.uv[0]) +
+                             ", " + std::to_string(r.uv[1]) + ")";
+      Point all[6], value[6], first[6];
+      EvaluateSurface(evaluation, rational, r.uv, all, 0x3FU);
+      EvaluateSurface(evaluation, rational, r.uv, value, 0x1U);
+      EvaluateSurface(evaluation, rational, r.uv, first, 0x6U);
+      for (int i = 0; i < 6; ++i) {
+        ExpectPointNear(all[i], r.outputs[i], r.outputs, 6, "output " + std::to_string(i) + ", " + at);
+      }
+      ExpectPointNear(value[0], r.outputs[0], r.outputs, 6, "value path, " + at);
+      ExpectPointNear(first[1], r.outputs[1], r.outputs, 6, "du at order 1, " + at);
+      ExpectPointNear(first[2], r.outputs[2], r.outputs, 6, "dv at order 1, " + at);
+      EXPECT_TRUE(first[0].Untouched() && first[3].Untouched() && value[1].Untouched());
     }
-    Point none[6];
-    bool nothing[6] = {};
-    surface.Evaluate(evaluation, uv, none, nothing);
-    EXPECT_TRUE(none[0].Untouched());
   }
 }
 
 TEST(SurfaceEvaluation, BilinearHasZeroPureSecondDerivativesButATwist) {
-  std::vector<double> const knots = {0, 0, 1, 1};
-  std::vector<double> const net = {0, 0, 0, 0, 1, 0, 1, 0, 0, 1, 1, 1}; // z = u v
+  double const knots[] = {0, 0, 1, 1};
+  double const net[] = {0, 0, 0, 0, 1, 0, 1, 0, 0, 1, 1, 1}; // z = u v
   double const uv[2] = {0.25, 0.5};
-  Point outputs[6];
+  Point o[6];
   ZQNURBSSurfaceEvaluation evaluation;
-  evaluation.Evaluate(4, 1, knots.data(), 4, 1, knots.data(), net.data(), false, uv, outputs[0].out(), outputs[1].out(),
-                      outputs[2].out(), outputs[3].out(), outputs[4].out(), outputs[5].out());
-  EXPECT_DOUBLE_EQ(outputs[0].xyz[2], 0.125);
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_EQ(outputs[3].xyz[c], 0.0);
-    EXPECT_EQ(outputs[5].xyz[c], 0.0);
-  }
-  EXPECT_DOUBLE_EQ(outputs[4].xyz[2], 1.0);
+  evaluation.Evaluate(4, 1, knots, 4, 1, knots, net, false, uv, o[0].xyz, o[1].xyz, o[2].xyz, o[3].xyz, o[4].xyz,
+                      o[5].xyz);
+  EXPECT_DOUBLE_EQ(o[0].xyz[2], 0.125);
+  EXPECT_TRUE(o[3].Zero() && o[5].Zero());
+  EXPECT_DOUBLE_EQ(o[4].xyz[2], 1.0);
+  Point twist[6]; // any second derivative asks for order 2 and writes only itself
+  evaluation.Evaluate(4, 1, knots, 4, 1, knots, net, false, uv, nullptr, nullptr, nullptr, nullptr, twist[4].xyz,
+                      nullptr);
+  EXPECT_EQ(twist[4].xyz[2], 1.0);
+  EXPECT_TRUE(twist[0].Untouched() && twist[1].Untouched() && twist[3].Untouched());
 }
 
-TEST(SurfaceEvaluation, IdentityTagIsNotCopied) {
-  ZQNURBSSurfaceEvaluation tagged(5);
-  ZQNURBSSurfaceEvaluation copy(tagged);
-  EXPECT_EQ(tagged.GetID(), 5);
-  EXPECT_EQ(copy.GetID(), 0);
-  ZQNURBSSurfaceEvaluation target(9);
-  target = tagged;
-  EXPECT_EQ(target.GetID(), 9);
-
-  Surface const surface(true);
-  double const uv[2] = {0.6, 0.2};
+// A copy starts with tag 0, assignment keeps the target's tag, and both evaluate rationally
+// (which reads the copied binomial table) exactly as the original.
+TEST(Evaluation, CopiesKeepTheirOwnTagAndEvaluateAlike) {
+  ZQNURBSCurveEvaluation curve(42), target(7);
+  ZQNURBSCurveEvaluation copy(curve);
+  target = curve;
+  target.Reset();
+  ZQNURBSSurfaceEvaluation surface(5), surfaceTarget(9);
+  ZQNURBSSurfaceEvaluation surfaceCopy(surface);
+  surfaceTarget = surface;
+  EXPECT_EQ(ZQNURBSCurveEvaluation().GetID(), 0);
+  EXPECT_EQ(curve.GetID(), 42);
+  EXPECT_EQ(copy.GetID() + surfaceCopy.GetID(), 0);
+  EXPECT_EQ(target.GetID(), 7);
+  EXPECT_EQ(surfaceTarget.GetID(), 9);
   Point a[6], b[6];
-  bool all[6] = {true, true, true, true, true, true};
-  surface.Evaluate(tagged, uv, a, all);
-  surface.Evaluate(target, uv, b, all);
-  for (int i = 0; i < 6; ++i) {
-    for (int c = 0; c < 3; ++c) {
-      EXPECT_EQ(a[i].xyz[c], b[i].xyz[c]);
-    }
-  }
+  curve.Evaluate(12, 3, kCubicKnots, kCubicRationalPoints, true, 0.6, a[0].xyz, a[1].xyz, a[2].xyz);
+  copy.Evaluate(12, 3, kCubicKnots, kCubicRationalPoints, true, 0.6, b[0].xyz, b[1].xyz, b[2].xyz);
+  EXPECT_TRUE(Same(a, b, 3));
+  double const uv[2] = {0.6, 0.2};
+  EvaluateSurface(surface, true, uv, a, 0x3FU);
+  EvaluateSurface(surfaceTarget, true, uv, b, 0x3FU);
+  EXPECT_TRUE(Same(a, b, 6));
 }
 
 } // namespace
