@@ -6,7 +6,8 @@ recursive definition of the B-spline basis and its derivative formula, not from 
 triangular tables that the library uses, and is rounded to the nearest double only at the
 end. Inputs are doubles taken exactly. Polynomial pieces are defined by their span, so a
 parameter outside the knot range gives the extrapolated end piece. Run it from this
-directory and commit the output: python3 make_spline_references.py > SplineReferences.h
+directory and commit the output:
+    python3 make_spline_references.py > SplineReferences.h && clang-format -i SplineReferences.h
 """
 from fractions import Fraction as F
 from functools import lru_cache

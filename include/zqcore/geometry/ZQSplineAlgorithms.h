@@ -82,9 +82,11 @@ protected:
     Int const span = FindKnotSpan(knotCount, degree, knots, u);
     Int const computed = order < degree ? order : degree;
     BasisFunctionDerivatives(span, u, degree, computed, knots, ders);
-    for (Int k = 0; k <= computed; ++k) {
-      CombinePoints<C>(ders[k], degree, controlPoints + (span - degree) * C, out[k]);
-    }
+    WithConstant<1, 2, 3>(degree, [&](auto p) {
+      for (Int k = 0; k <= computed; ++k) {
+        CombinePoints<C>(ders[k], p, controlPoints + (span - p) * C, out[k]);
+      }
+    });
   }
 
   /// The value sum of a tensor-product net (first parameter slow): for each column s the
@@ -160,7 +162,8 @@ protected:
 
   /// out = sum of weights[j] * points[j], j = 0..last rising, points C components apart.
   /// The sum is kept in registers: `out` may lie in the same object as the inputs.
-  template <int C> static void CombinePoints(Real const *weights, Int last, Real const *points, Real *out) {
+  template <int C, typename Last>
+  static void CombinePoints(Real const *weights, Last last, Real const *points, Real *out) {
     Real sum[C] = {};
     for (Int j = 0; j <= last; ++j) {
       AddScaled<C>(weights[j], points + j * C, sum);
