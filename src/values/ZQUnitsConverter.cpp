@@ -8,6 +8,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace Velmora::Tessara::ZQ::Core {
@@ -92,14 +93,14 @@ constexpr NamedUnit kUnits[] = {
 
 /// The unit of a normalised name, or null: one hash lookup per name.
 Unit const *FindUnit(ZQString const &name) {
-  static std::unordered_map<std::string, Unit> const table = [] {
-    std::unordered_map<std::string, Unit> units;
+  static std::unordered_map<std::string_view, Unit> const table = [] {
+    std::unordered_map<std::string_view, Unit> units;
     for (NamedUnit const &entry : kUnits) {
       units.emplace(entry.name, entry.unit);
     }
     return units;
   }();
-  auto const found = table.find(name.c_str());
+  auto const found = table.find(std::string_view(name.c_str(), static_cast<std::size_t>(name.Size())));
   return found != table.end() ? &found->second : nullptr;
 }
 
@@ -114,9 +115,33 @@ bool Convertible(Group from, Group to) {
   }
 }
 
+/// The six whitespace bytes of the C locale.
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// The bytes [begin, end) of `units` that remain once whitespace is trimmed from both
+/// ends and then one enclosing pair of brackets is removed.
+void BracketlessRange(ZQString const &units, long long &begin, long long &end) {
+  char const *text = units.c_str();
+  begin = 0;
+  end = units.Size();
+  while (begin < end && IsBlank(text[begin])) {
+    ++begin;
+  }
+  while (end > begin && IsBlank(text[end - 1])) {
+    --end;
+  }
+  if (end - begin >= 2 && text[begin] == '[' && text[end - 1] == ']') {
+    ++begin;
+    --end;
+  }
+}
+
+/// The name as the table knows it: unbracketed and in lower case.
 ZQString Normalised(ZQString const &units) {
-  ZQString name(units);
-  ZQUnitsConverter::StripBracketsInPlace(name);
+  long long begin = 0;
+  long long end = 0;
+  BracketlessRange(units, begin, end);
+  ZQString name(units.c_str() + begin, end - begin);
   name.Lower();
   return name;
 }
@@ -256,10 +281,10 @@ bool ZQUnitsConverter::IsTimeUnit(wchar_t const *units) {
 }
 
 void ZQUnitsConverter::StripBracketsInPlace(ZQString &units) {
-  units.Strip();
-  if (units.Size() >= 2 && units.StartsWith('[') && units.EndsWith(']')) {
-    units = units.Substring(1, units.Size() - 1);
-  }
+  long long begin = 0;
+  long long end = 0;
+  BracketlessRange(units, begin, end);
+  units = units.Substring(begin, end);
 }
 
 ZQString ZQUnitsConverter::StripBrackets(ZQString const &units) {

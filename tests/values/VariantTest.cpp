@@ -140,6 +140,19 @@ TEST(VariantKinds, EachKindReadsAsDoubleColorAndText) {
   }
 }
 
+TEST(VariantKinds, FailedTextLeavesTheOutputEmpty) {
+  ZQString text("stale");
+  ZQString units("stale");
+  EXPECT_EQ(Custom(&dummy).GetString(text, units).GetStatusCode(), Code(S::VariantCustomTypeConversionError));
+  EXPECT_TRUE(text.IsEmpty());
+  EXPECT_TRUE(units.IsEmpty());
+  ZQVariant undefinedWithUnits;
+  undefinedWithUnits.SetUnits(ZQString("m"), nullptr);
+  text = "stale";
+  EXPECT_EQ(undefinedWithUnits.GetString(text).GetStatusCode(), Code(S::VariantNotInitializedError));
+  EXPECT_TRUE(text.IsEmpty());
+}
+
 TEST(VariantKinds, NarrowIntegersKeepTheNarrowedValueWhenTheyFail) {
   ZQVariant variant(300LL);
   signed char small = 0;
@@ -268,6 +281,37 @@ TEST(VariantArrays, ReadBackAsNewArraysOfTheSameShape) {
   long long size = 0;
   EXPECT_TRUE(variant.GetFloatingPointArraySize(size).OK());
   EXPECT_EQ(size, 4);
+}
+
+TEST(VariantArrays, CapacityGapsAreSkippedInEveryWalk) {
+  ZQVariant::FloatingPointArray grid;
+  grid.Reserve(3, 3);
+  grid.Resize(2, 2);
+  grid(0, 0) = 1;
+  grid(0, 1) = 2;
+  grid(1, 0) = 3;
+  grid(1, 1) = 4;
+  ZQVariant variant(grid, ZQString("m"));
+  EXPECT_EQ(Text(variant), "(1, 2, 3, 4) m");
+
+  ZQVariant::IntegerArray integers;
+  EXPECT_TRUE(variant.GetIntegerArray(integers).OK());
+  EXPECT_EQ(integers.GetSize(1), 2);
+  EXPECT_EQ(integers(1, 0), 3);
+  double buffer[4] = {};
+  long long room = 4;
+  EXPECT_TRUE(variant.GetFloatingPointArray(room, buffer).OK());
+  EXPECT_EQ(buffer[2], 3);
+
+  EXPECT_TRUE(variant.ConvertToUnits(ZQString("cm"), nullptr).OK());
+  EXPECT_EQ(Text(variant), "(100, 200, 300, 400) m");
+
+  ZQVariant::FloatingPointArray dense;
+  dense.Resize(2, 2);
+  for (long long i = 0; i < 4; ++i) {
+    dense.GetData()[i] = 100.0 * static_cast<double>(i + 1);
+  }
+  EXPECT_EQ(variant.Compare(ZQVariant(dense, ZQString("m"))), 0);
 }
 
 TEST(VariantArrays, BufferAndVectorFormsRespectTheRoom) {
