@@ -21,5 +21,8 @@ void ShowValuesWithUnits(int argc, char **argv, zq::ZQContext &context, int rank
 void DivideTheWork(zq::ZQContext &context);
 // One exchange through ZQCommPatterns with a data handler, printed in order of arrival.
 void ExchangeWithAPattern(zq::ZQContext &context);
+// A NURBS surface on a grid whose rows are divided over the ranks, each point turned by a
+// transform; every rank prints a checksum of its points.
+void EvaluateSurfaceOnRanks(zq::ZQContext &context, int rank, int nProcs);
 
 } // namespace HostExample

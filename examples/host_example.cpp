@@ -30,6 +30,7 @@ int main(int argc, char **argv) {
   ShowValuesWithUnits(argc, argv, *context, rank);
   DivideTheWork(*context);
   ExchangeWithAPattern(*context);
+  EvaluateSurfaceOnRanks(*context, rank, nProcs);
 
   zq::API::Finalize();
   MPI_Finalize();

@@ -8,6 +8,7 @@ packages=(
   libopenmpi-dev openmpi-bin
   libhdf5-dev hdf5-tools
   libgtest-dev libbenchmark-dev
+  liboce-modeling-dev # OpenCASCADE, for the spline benchmark only
 )
 
 missing=()

@@ -38,6 +38,10 @@
 #include <zqcore/containers/ZQSetObjectType.h>
 
 #include <zqcore/geometry/ZQMatrix.h>
+#include <zqcore/geometry/ZQNURBSCurveEvaluation.h>
+#include <zqcore/geometry/ZQNURBSSurfaceEvaluation.h>
+#include <zqcore/geometry/ZQSplineAlgorithms.h>
+#include <zqcore/geometry/ZQTransform.h>
 #include <zqcore/geometry/ZQVector.h>
 
 #include <zqcore/values/ZQColor.h>
@@ -63,5 +67,6 @@
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
 #include <zqcore/public/StringUtil.h>
+#include <zqcore/public/Transform.h>
 #include <zqcore/public/UnitsConverter.h>
 #include <zqcore/public/Variant.h>
