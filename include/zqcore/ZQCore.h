@@ -39,6 +39,10 @@
 #include <zqcore/geometry/ZQMatrix.h>
 #include <zqcore/geometry/ZQVector.h>
 
+#include <zqcore/hdf5/ZQHDF5DataBuffers.h>
+#include <zqcore/hdf5/ZQHDF5DataCounts.h>
+#include <zqcore/hdf5/ZQHDF5Util.h>
+
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>

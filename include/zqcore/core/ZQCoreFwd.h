@@ -7,6 +7,9 @@ namespace Velmora::Tessara::ZQ::Core {
 class ZQAPI;
 class ZQContext;
 class ZQErrorStack;
+class ZQHDF5DataBuffers;
+class ZQHDF5DataCounts;
+class ZQHDF5Util;
 class ZQLocale;
 class ZQLogging;
 class ZQMPT;
