@@ -227,14 +227,14 @@ ZQResult WriteStrings(ZQContext *context, long long loc, TextArray const &array,
 ZQResult ReadStrings(ZQContext *context, long long loc, TextArray &array, char const *name, bool mustExist) {
   HDF5Call call(context, Status::HDF5ReadError);
   hid_t const dataset = OpenForReading(call, loc, name, mustExist, [&] { array.Reset(); });
-  hid_t fileType = -1;
+  if (dataset < 0) {
+    return call.Result();
+  }
   hid_t space = -1;
   hid_t type = -1;
   StringPointers pointers;
-  if (dataset >= 0) {
-    fileType = H5Dget_type(dataset);
-  }
-  if (call.OK() && call.Check(fileType) && H5Tget_class(fileType) != H5T_STRING) {
+  hid_t const fileType = H5Dget_type(dataset);
+  if (call.Check(fileType) && H5Tget_class(fileType) != H5T_STRING) {
     call.Fail("wrong class of datatype given for string array");
   }
   if (call.OK()) {
