@@ -14,5 +14,8 @@ void PrintBuildTables();
 void ExerciseErrorStack(zq::ZQContext &context, int rank);
 // A packed record passed to the next rank around the ring.
 void PassAroundTheRing(zq::ZQMPT &mpt);
+// Stores this rank's results (an array with capacity, a string map, attributes) in an
+// HDF5 file of its own and reads them back.
+void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs);
 
 } // namespace HostExample
