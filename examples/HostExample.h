@@ -24,5 +24,8 @@ void ExchangeWithAPattern(zq::ZQContext &context);
 // A NURBS surface on a grid whose rows are divided over the ranks, each point turned by a
 // transform; every rank prints a checksum of its points.
 void EvaluateSurfaceOnRanks(zq::ZQContext &context, int rank, int nProcs);
+// Stores this rank's results (an array with capacity, a string map, attributes) in an
+// HDF5 file of its own and reads them back.
+void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs);
 
 } // namespace HostExample

@@ -31,6 +31,7 @@ int main(int argc, char **argv) {
   DivideTheWork(*context);
   ExchangeWithAPattern(*context);
   EvaluateSurfaceOnRanks(*context, rank, nProcs);
+  StoreAndReadBackHDF5(*context, rank, nProcs);
 
   zq::API::Finalize();
   MPI_Finalize();

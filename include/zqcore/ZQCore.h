@@ -50,6 +50,10 @@
 
 #include <zqcore/parallel/ZQCommDataHandler.h>
 #include <zqcore/parallel/ZQCommPatterns.h>
+#include <zqcore/hdf5/ZQHDF5DataBuffers.h>
+#include <zqcore/hdf5/ZQHDF5DataCounts.h>
+#include <zqcore/hdf5/ZQHDF5Util.h>
+
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
