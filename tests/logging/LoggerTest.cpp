@@ -1,8 +1,6 @@
-// Loggers: thresholds and the switch, ownership of handlers, name order, prefixes, and the
-// root logger's console handler.
+// Loggers: thresholds and the switch, ownership of handlers and their name order.
 #include <zqcore/logging/ZQLogStreamHandler.h>
 #include <zqcore/logging/ZQLogger.h>
-#include <zqcore/logging/ZQRootLogger.h>
 
 #include "LogTestSupport.h"
 
@@ -105,31 +103,4 @@ TEST(LoggerHandlers, NamesFollowByteOrderAndFanOutFollowsThem) {
   EXPECT_EQ(handlers.count(logger.GetHandler("a")), 1u);
   logger.Info(":");
   EXPECT_EQ(out.str(), "Z:\na:\nb:\n");
-}
-
-TEST(LoggerHandlers, PrefixGoesToHandlersHeldNowOnly) {
-  std::ostringstream out;
-  auto logger = LoggerInto(out, 0);
-  logger->SetPrefix(L"old> ");
-  ZQLogHandler *later = new ZQLogStreamHandler(&out);
-  logger->AddHandler("later", later);
-  logger->Info("m");
-  EXPECT_EQ(out.str(), "old> m\nm\n");
-  EXPECT_EQ(logger->GetHandler("later")->GetPrefix(), "");
-}
-
-TEST(RootLogger, ComesWithAConsoleHandlerUnderTheEmptyName) {
-  std::unique_ptr<ZQLogger> root(ZQRootLogger::Create());
-  ZQSetObjectType<ZQString> names;
-  root->GetHandlerNames(names);
-  ASSERT_EQ(names.size(), 1u);
-  EXPECT_TRUE(names.begin()->IsEmpty());
-  auto *console = dynamic_cast<ZQLogStreamHandler *>(root->GetHandler(""));
-  ASSERT_NE(console, nullptr);
-  EXPECT_EQ(console->GetStream(), nullptr);
-  EXPECT_TRUE(console->GetPrefix().IsEmpty());
-  EXPECT_EQ(root->GetLevel(), 0);
-  zqtest::CapturedStream out(std::cout);
-  root->Debug("on stdout");
-  EXPECT_EQ(out.Text(), "on stdout\n");
 }

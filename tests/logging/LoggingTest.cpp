@@ -11,15 +11,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <unistd.h>
 
 using namespace Velmora::Tessara::ZQ::Core;
 
 namespace {
-
-std::string TempPath(char const *name) {
-  return std::string(testing::TempDir()) + "zq_logging_" + std::to_string(getpid()) + "_" + name;
-}
 
 ZQLogger *CreateNothing(ZQMPT *) { return nullptr; }
 
@@ -100,7 +95,7 @@ TEST(LoggingRegistry, FanOutGoesToEveryLoggerInNameOrderAndObeysEachThreshold) {
 }
 
 TEST(LoggingFiles, AFileLoggerWritesItsLevelAndAbove) {
-  std::string const path = TempPath("file.log");
+  std::string const path = zqtest::TempPath("file.log");
   std::remove(path.c_str());
   ZQLogging logging;
   EXPECT_FALSE(logging.AddFileLogger(static_cast<char const *>(nullptr), 20, ""));

@@ -8,16 +8,14 @@
 #include <zqcore/public/RootLogger.h>
 #include <zqcore/public/String.h>
 
+#include "LogTestSupport.h"
 #include "public/detail/FacadeAccess.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
 #include <iostream>
+#include <cstdio>
 #include <memory>
-#include <sstream>
-#include <unistd.h>
 
 namespace {
 
@@ -26,29 +24,6 @@ using zq::Context;
 using zq::Logging;
 using zq::String;
 using zq::detail::FacadeAccess;
-
-// Standard output into a buffer while it lives.
-class CapturedOutput {
-public:
-  CapturedOutput() : saved(std::cout.rdbuf(buffer.rdbuf())) {}
-  ~CapturedOutput() { std::cout.rdbuf(saved); }
-  std::string Text() const { return buffer.str(); }
-
-private:
-  std::ostringstream buffer;
-  std::streambuf *saved;
-};
-
-std::string TempPath(char const *name) {
-  return std::string(testing::TempDir()) + "zq_public_log_" + std::to_string(getpid()) + "_" + name;
-}
-
-std::string ReadFile(std::string const &path) {
-  std::ifstream in(path);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 TEST(PublicLogging, WrapperOfNothingIsNeitherOnNorOff) {
   Logging logging = FacadeAccess::Borrow<Logging, zq::ZQLogging>(nullptr);
@@ -63,28 +38,10 @@ TEST(PublicLogging, WrapperOfNothingIsNeitherOnNorOff) {
   EXPECT_FALSE(context.GetLogging().IsOn());
 }
 
-TEST(PublicLogging, AnOwnedRegistryLogsAndWritesFiles) {
-  std::string const path = TempPath("owned.log");
-  std::remove(path.c_str());
-  Logging logging;
-  EXPECT_TRUE(logging.IsOn());
-  ASSERT_TRUE(logging.AddFileLogger(String(path.c_str()), 30, String("F ")));
-  CapturedOutput out;
-  logging.Info(L"info");
-  logging.Error(String("error"));
-  logging.Off();
-  EXPECT_TRUE(logging.IsOff());
-  logging.Critical("off");
-  logging.Flush();
-  EXPECT_EQ(out.Text(), "info\nerror\n");
-  EXPECT_EQ(ReadFile(path), "F error\n");
-  std::remove(path.c_str());
-}
-
 TEST(PublicLogging, TheContextsWrapperAndErrorStackShareTheInnerRegistry) {
   Context context;
   context.GetLogging().SetPrefix("ctx ");
-  CapturedOutput out;
+  zqtest::CapturedStream out(std::cout);
   context.GetErrorStack().SetAutoLogMsg(true);
   context.GetErrorStack().Push("pushed");
   Logging other;
@@ -98,7 +55,7 @@ TEST(PublicLogging, TheContextsWrapperAndErrorStackShareTheInnerRegistry) {
 }
 
 TEST(PublicLoggers, AddingAHandlerDestroysThePublicObject) {
-  std::string const path = TempPath("handler.log");
+  std::string const path = zqtest::TempPath("handler.log");
   std::remove(path.c_str());
   std::unique_ptr<zq::Logger> logger(zq::RootLogger::Create());
   zq::LogFileHandler *file = zq::LogFileHandler::Create(path.c_str());
@@ -107,29 +64,13 @@ TEST(PublicLoggers, AddingAHandlerDestroysThePublicObject) {
   EXPECT_EQ(file->GetPrefix(), "f ");
   logger->AddHandler("file", file);
   logger->SetLevel(20);
-  CapturedOutput out;
+  zqtest::CapturedStream out(std::cout);
   logger->Info(String("both"));
   logger->Debug("neither");
   logger->RemoveHandler(L"file");
   logger->Warning("console only");
   EXPECT_EQ(out.Text(), "both\nconsole only\n");
-  EXPECT_EQ(ReadFile(path), "f both\n");
-  std::remove(path.c_str());
-}
-
-TEST(PublicLoggers, FileHandlersForwardToTheirFile) {
-  std::string const path = TempPath("reopen.log");
-  zq::LogFileHandler handler(L"", nullptr);
-  EXPECT_FALSE(handler.IsOpen());
-  zq::LogFileHandler named(String(path.c_str()));
-  named.Emit("first", -1);
-  ASSERT_TRUE(named.Open(false));
-  named.Emit(L"second", -1);
-  named.Close();
-  EXPECT_EQ(named.GetStream(), nullptr);
-  EXPECT_TRUE(named.IsActive(5));
-  EXPECT_TRUE(named.GetDefaultPrefix(nullptr).IsEmpty());
-  EXPECT_EQ(ReadFile(path), "second\n");
+  EXPECT_EQ(zqtest::ReadFile(path), "f both\n");
   std::remove(path.c_str());
 }
 

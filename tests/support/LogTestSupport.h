@@ -1,14 +1,16 @@
 // Helpers for the logging tests: captured standard streams, temporary files, and a
-// handler that records what reaches it.
+// handler that counts its destruction.
 #pragma once
 
 #include <zqcore/logging/ZQLogStreamHandler.h>
+
+#include <gtest/gtest.h>
 
 #include <fstream>
 #include <iostream>
 #include <sstream>
 #include <string>
-#include <vector>
+#include <unistd.h>
 
 namespace zqtest {
 
@@ -24,6 +26,11 @@ private:
   std::ostringstream buffer;
   std::streambuf *saved;
 };
+
+/// A file name in the test's temporary directory, unique to this process.
+inline std::string TempPath(std::string const &name) {
+  return std::string(testing::TempDir()) + "zq_" + std::to_string(getpid()) + "_" + name;
+}
 
 inline std::string ReadFile(std::string const &path) {
   std::ifstream in(path);
