@@ -62,9 +62,12 @@ template <typename Text> void SetHandlerPrefixes(HandlerMap &handlers, Text pref
   }
 }
 
+// An entry that AddHandler was given null for is passed over.
 template <typename Text> void EmitToHandlers(HandlerMap &handlers, Text text, int rank) {
   for (auto const &entry : handlers) {
-    entry.second->Emit(text, rank);
+    if (entry.second != nullptr) {
+      entry.second->Emit(text, rank);
+    }
   }
 }
 
@@ -186,7 +189,9 @@ void ZQLogger::Off() { on = false; }
 
 void ZQLogger::Flush() {
   for (auto const &entry : handlers) {
-    entry.second->Flush();
+    if (entry.second != nullptr) {
+      entry.second->Flush();
+    }
   }
 }
 

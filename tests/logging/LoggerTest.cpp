@@ -92,6 +92,8 @@ TEST(LoggerHandlers, NamesFollowByteOrderAndFanOutFollowsThem) {
     handler->SetPrefix(name);
     logger.AddHandler(name, handler);
   }
+  ZQLogHandler *none = nullptr;
+  logger.AddHandler("none", none);
   ZQSetObjectType<ZQString> names;
   names.insert(ZQString("stale"));
   EXPECT_TRUE(logger.GetHandlerNames(names));

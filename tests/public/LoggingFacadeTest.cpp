@@ -13,8 +13,8 @@
 
 #include <gtest/gtest.h>
 
-#include <iostream>
 #include <cstdio>
+#include <iostream>
 #include <memory>
 
 namespace {

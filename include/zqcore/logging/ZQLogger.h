@@ -42,7 +42,8 @@ public:
   virtual ZQLogHandler *GetHandler(wchar_t const *name);
   virtual ZQLogHandler *GetHandler(char const *name);
   /// Takes over `handler` and sets the caller's pointer to null; a handler of the same
-  /// name is destroyed. Must not be given null. The handler's job and prefix stay.
+  /// name is destroyed. The handler's job and prefix stay. A null handler leaves an
+  /// entry that is listed nowhere and receives nothing.
   virtual void AddHandler(ZQString const &name, ZQLogHandler *&handler);
   virtual void AddHandler(wchar_t const *name, ZQLogHandler *&handler);
   virtual void AddHandler(char const *name, ZQLogHandler *&handler);
