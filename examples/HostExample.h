@@ -12,6 +12,11 @@ namespace zq = Velmora::Tessara::ZQ::Core;
 void PrintBuildTables();
 // Pushes messages the way failing calls do and reads them back.
 void ExerciseErrorStack(zq::ZQContext &context, int rank);
+// A per-rank log file and a rank-0 console through the context's logging, an error that
+// logs itself and a progress line.
+void LogThroughTheContext(zq::ZQContext &context);
+// Local time, processor count, floating-point controls and a timer (rank 0 prints).
+void ShowClocksAndMachine(int rank);
 // A packed record passed to the next rank around the ring.
 void PassAroundTheRing(zq::ZQMPT &mpt);
 // A length, a color and a translation from "--length=", "--color=" and "--translation="

@@ -26,6 +26,8 @@ int main(int argc, char **argv) {
   std::printf("[rank %d] process %d of %d; communicator '%s' has %d processes, this one is rank %d\n", rank, rank + 1,
               nProcs, mpt.GetName(), mpt.GetNProcs(), mpt.GetProcRank());
   ExerciseErrorStack(*context, rank);
+  LogThroughTheContext(*context);
+  ShowClocksAndMachine(rank);
   PassAroundTheRing(mpt);
   ShowValuesWithUnits(argc, argv, *context, rank);
   DivideTheWork(*context);

@@ -9,6 +9,7 @@ packages=(
   libhdf5-dev hdf5-tools
   libgtest-dev libbenchmark-dev
   liboce-modeling-dev # OpenCASCADE, for the spline benchmark only
+  libspdlog-dev
 )
 
 missing=()

@@ -1,0 +1,161 @@
+// Progress scaling, alignment text, local time texts, the processor count, timers and
+// the floating-point control text.
+#include <zqcore/core/ZQResult.h>
+#include <zqcore/public/Math.h>
+#include <zqcore/public/String.h>
+#include <zqcore/strings/ZQString.h>
+#include <zqcore/system/ZQOSUtil.h>
+#include <zqcore/system/ZQSysUtil.h>
+#include <zqcore/system/ZQTimer.h>
+#include <zqcore/system/ZQUtil.h>
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <chrono>
+#include <climits>
+#include <cmath>
+#include <string>
+#include <thread>
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <xmmintrin.h>
+#endif
+
+using namespace Velmora::Tessara::ZQ::Core;
+
+namespace {
+
+// `shape` spells the text: '9' a digit, 'A' a letter, '_' a digit or a blank, anything
+// else itself.
+bool HasShape(ZQString const &text, std::string const &shape) {
+  std::string const bytes = text.c_str();
+  if (bytes.size() != shape.size()) {
+    return false;
+  }
+  for (std::size_t i = 0; i < shape.size(); ++i) {
+    auto const c = static_cast<unsigned char>(bytes[i]);
+    bool const fits = shape[i] == '9'   ? std::isdigit(c) != 0
+                      : shape[i] == 'A' ? std::isalpha(c) != 0
+                      : shape[i] == '_' ? (std::isdigit(c) != 0 || c == ' ')
+                                        : bytes[i] == shape[i];
+    if (!fits) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+
+} // namespace
+
+TEST(Progress, CountsScaleBetweenTheBoundsAndTruncateTowardZero) {
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 10, 0, 100, false), 50);
+  EXPECT_EQ(ZQUtil::CountToProgress(20, 10, 0, 100, false), 200);
+  EXPECT_EQ(ZQUtil::CountToProgress(20, 10, 0, 100, true), 100);
+  EXPECT_EQ(ZQUtil::CountToProgress(-5, 10, 0, 100, false), -50);
+  EXPECT_EQ(ZQUtil::CountToProgress(-5, 10, 0, 100, true), 0);
+  EXPECT_EQ(ZQUtil::CountToProgress(1, 3, 10, 20, false), 13);
+  // Counting down: from above to.
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 10, 100, 0, true), 50);
+  EXPECT_EQ(ZQUtil::CountToProgress(15, 10, 100, 0, true), 0);
+  EXPECT_EQ(ZQUtil::PercentageToProgress(0.999, 0, 100, false), 99);
+  EXPECT_EQ(ZQUtil::PercentageToProgress(-0.999, 0, 100, false), -99);
+  EXPECT_EQ(ZQUtil::PercentageToProgress(0.5, 0, 100, false), 50);
+  EXPECT_EQ(ZQUtil::PercentageToProgress(50.0, 0, 100, true), 100);
+}
+
+TEST(Progress, ATotalOfZeroCountsAsAFractionOfOneHundred) {
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 0, 0, 100, false), 10000);
+  EXPECT_EQ(ZQUtil::CountToProgress(0, 0, 0, 100, false), 10000);
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 0, 0, 100, true), 100);
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 0, 100, 0, true), 0);
+  // A product beyond 32 bits has no truncated value: it gives the lowest int, and the sum
+  // with `from` wraps, as the processor's own arithmetic does.
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 0, INT_MIN, INT_MAX, false), 0);
+  EXPECT_EQ(ZQUtil::CountToProgress(5, 0, 0, INT_MAX, false), INT_MIN);
+  EXPECT_EQ(ZQUtil::PercentageToProgress(std::nan(""), 0, 100, true), 0);
+}
+
+TEST(MemoryAlignment, NamesTheLargestAlignmentOrTheOffset) {
+  alignas(64) static char block[128];
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", nullptr, true), "NULL pointer");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", block, false), "x: 64-byte aligned");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", block + 32, false), "x: 32-byte aligned");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", block + 48, false), "x: 16-byte aligned");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", block + 24, false), "x: 8-byte aligned");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("x", block + 1, false), "x: NOT even 8-byte aligned, offset = 1 byte");
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString(L"w\u00e4", block + 70, false),
+            "w\xC3\xA4: NOT even 8-byte aligned, offset = 6 bytes");
+  char expected[64];
+  std::snprintf(expected, sizeof expected, "a: 0x%llx (64-byte aligned)",
+                static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(block + 64)));
+  EXPECT_EQ(ZQSysUtil::MemoryAlignmentToString("a", block + 64, true), expected);
+}
+
+TEST(Machine, ProcessorsAreCountedAndLocalTimeTextsHaveTheirShapes) {
+  long long nCPUs = 0;
+  EXPECT_EQ(ZQSysUtil::GetNCPUs(nCPUs).GetStatusCode(), 0);
+  EXPECT_GE(nCPUs, 1);
+  ZQString text("old content");
+  ZQSysUtil::GetTime(text);
+  EXPECT_TRUE(HasShape(text, "99:99:99")) << text.c_str();
+  ZQSysUtil::GetYear(text);
+  EXPECT_TRUE(HasShape(text, "9999")) << text.c_str();
+  ZQString const year = text;
+  ZQSysUtil::GetDateAndTime(text);
+  EXPECT_TRUE(HasShape(text, "9999-99-99 99:99:99")) << text.c_str();
+  EXPECT_TRUE(text.StartsWith(year));
+  ZQSysUtil::GetCalendarDateAndTime(text);
+  EXPECT_TRUE(HasShape(text, "AAA AAA _9 99:99:99 9999")) << text.c_str();
+}
+
+TEST(Environment, ANullNameIsNeverSet) {
+  ZQString value("stale");
+  EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, static_cast<char const *>(nullptr), value));
+  EXPECT_TRUE(value.IsEmpty());
+}
+
+TEST(Timers, ElapsedTimeRisesAndStartsAgainOnReset) {
+  ZQTimer timer;
+  Sleep(30);
+  double const first = timer.GetElapsedTimeInSeconds(false);
+  double const second = timer.GetElapsedTimeInSeconds(true);
+  double const afterReset = timer.GetElapsedTimeInSeconds(false);
+  EXPECT_GE(first, 0.03);
+  EXPECT_GE(second, first);
+  EXPECT_LT(afterReset, second);
+  // A copy keeps the start of its source; the source may then start again on its own.
+  ZQTimer copy(timer);
+  Sleep(30);
+  timer.Reset();
+  EXPECT_GE(copy.GetElapsedTimeInSeconds(false), 0.03);
+  copy = timer;
+  EXPECT_LT(copy.GetElapsedTimeInSeconds(false), 0.03 + timer.GetElapsedTimeInSeconds(false));
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+TEST(FloatingPointControls, NameTheFlagsOfTheCurrentState) {
+  unsigned const saved = _mm_getcsr();
+  String text("old");
+  Math::GetFloatingPointControls(text);
+  EXPECT_EQ(text, "_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT");
+  // Flush to zero, divide-by-zero unmasked, rounding toward zero.
+  _mm_setcsr((0x1F80u & ~0x200u) | 0x8000u | 0x6000u);
+  Math::GetFloatingPointControls(text);
+  std::string const towardZero = text.c_str();
+  _mm_setcsr(0x1F80u | 0x40u | 0x2000u);
+  Math::GetFloatingPointControls(text);
+  std::string const down = text.c_str();
+  _mm_setcsr(0x4000u);
+  Math::GetFloatingPointControls(text);
+  std::string const up = text.c_str();
+  _mm_setcsr(saved);
+  EXPECT_EQ(towardZero, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT|_MCW_RC|_RC_CHOP|"
+                        "_RC_UP|_RC_DOWN");
+  EXPECT_EQ(down, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT|_MCW_RC|"
+                  "_RC_CHOP|_RC_DOWN");
+  EXPECT_EQ(up, "_MCW_RC|_RC_CHOP|_RC_UP");
+}
+#endif
