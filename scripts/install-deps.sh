@@ -8,6 +8,7 @@ packages=(
   libopenmpi-dev openmpi-bin
   libhdf5-dev hdf5-tools
   libgtest-dev libbenchmark-dev
+  libssl-dev
 )
 
 missing=()

@@ -43,7 +43,9 @@
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
 
+#include <zqcore/system/ZQFileUtil.h>
 #include <zqcore/system/ZQOSUtil.h>
+#include <zqcore/system/ZQSHA1.h>
 
 #include <zqcore/public/Context.h>
 #include <zqcore/public/ErrorStack.h>

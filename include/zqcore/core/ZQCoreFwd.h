@@ -7,14 +7,17 @@ namespace Velmora::Tessara::ZQ::Core {
 class ZQAPI;
 class ZQContext;
 class ZQErrorStack;
+class ZQFileUtil;
 class ZQLocale;
 class ZQLogging;
 class ZQMPT;
 class ZQMPTBuffer;
 class ZQOSUtil;
 class ZQResult;
+class ZQSHA1;
 class ZQString;
 class ZQStringEncoding;
+class ZQSystemMonitor;
 class ZQXercesString;
 
 template <typename I> class ZQArrayBase;
@@ -44,8 +47,10 @@ class Float64Array;
 class Int64Array;
 class MPT;
 class Result;
+class SHA1;
 class String;
 class StringArray;
+class SystemMonitor;
 class Types;
 class VersionInfo;
 
