@@ -14,5 +14,7 @@ void PrintBuildTables();
 void ExerciseErrorStack(zq::ZQContext &context, int rank);
 // A packed record passed to the next rank around the ring.
 void PassAroundTheRing(zq::ZQMPT &mpt);
+// Writes the rank's own output file, reads it back and prints its SHA-1 digest.
+void DigestOwnOutput(zq::ZQContext &context, int rank);
 
 } // namespace HostExample

@@ -27,6 +27,7 @@ int main(int argc, char **argv) {
               nProcs, mpt.GetName(), mpt.GetNProcs(), mpt.GetProcRank());
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
+  DigestOwnOutput(*context, rank);
 
   zq::API::Finalize();
   MPI_Finalize();

@@ -53,5 +53,6 @@
 #include <zqcore/public/Int64Array.h>
 #include <zqcore/public/MPT.h>
 #include <zqcore/public/Result.h>
+#include <zqcore/public/SHA1.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
