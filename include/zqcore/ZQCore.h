@@ -36,6 +36,14 @@
 #include <zqcore/containers/ZQSetNativeType.h>
 #include <zqcore/containers/ZQSetObjectType.h>
 
+#include <zqcore/logging/ZQCreationFuncWithOneArg.h>
+#include <zqcore/logging/ZQLogFileHandler.h>
+#include <zqcore/logging/ZQLogHandler.h>
+#include <zqcore/logging/ZQLogStreamHandler.h>
+#include <zqcore/logging/ZQLogger.h>
+#include <zqcore/logging/ZQLogging.h>
+#include <zqcore/logging/ZQRootLogger.h>
+
 #include <zqcore/geometry/ZQMatrix.h>
 #include <zqcore/geometry/ZQVector.h>
 
@@ -46,13 +54,24 @@
 #include <zqcore/system/ZQFileUtil.h>
 #include <zqcore/system/ZQOSUtil.h>
 #include <zqcore/system/ZQSHA1.h>
+#include <zqcore/system/ZQSysUtil.h>
+#include <zqcore/system/ZQTimer.h>
+#include <zqcore/system/ZQUtil.h>
 
 #include <zqcore/public/Context.h>
 #include <zqcore/public/ErrorStack.h>
 #include <zqcore/public/Float64Array.h>
 #include <zqcore/public/Int64Array.h>
+#include <zqcore/public/LogFileHandler.h>
+#include <zqcore/public/LogHandler.h>
+#include <zqcore/public/LogStreamHandler.h>
+#include <zqcore/public/Logger.h>
+#include <zqcore/public/Logging.h>
 #include <zqcore/public/MPT.h>
+#include <zqcore/public/Math.h>
 #include <zqcore/public/Result.h>
+#include <zqcore/public/RootLogger.h>
 #include <zqcore/public/SHA1.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
+#include <zqcore/public/Timer.h>

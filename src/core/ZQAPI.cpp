@@ -1,5 +1,6 @@
 #include <zqcore/core/ZQAPI.h>
 #include <zqcore/core/ZQContext.h>
+#include <zqcore/logging/ZQLogging.h>
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/strings/ZQString.h>
 
@@ -15,6 +16,7 @@ ZQString *ZQAPI::_locale = nullptr;
 bool ZQAPI::Unlock(char const *) {
   if (_context == nullptr) {
     _context = new ZQContext();
+    _context->GetLogging().SetPrefix(ZQString::GetIndent());
   }
   return true;
 }
@@ -46,5 +48,16 @@ bool ZQAPI::Finalize() {
 bool ZQAPI::IsInitialized() { return _isInitialized; }
 
 ZQContext *ZQAPI::GetContext() { return _context; }
+
+bool ZQAPI::ProgressCallback(int percent) {
+  if (_context == nullptr || _context->GetVerbosityLevel() < 1 || !_context->GetLogging().IsOn()) {
+    return false;
+  }
+  ZQString text("[ZQ] progress: ");
+  text.Add(percent, "%d");
+  text += '%';
+  _context->GetLogging().Info(text, -1);
+  return false;
+}
 
 } // namespace Velmora::Tessara::ZQ::Core

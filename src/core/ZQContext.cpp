@@ -2,7 +2,7 @@
 
 namespace Velmora::Tessara::ZQ::Core {
 
-ZQContext::ZQContext() : verbosityLevel(-1), debugLevel(-1) {}
+ZQContext::ZQContext() : verbosityLevel(-1), debugLevel(-1) { errorStack.SetLogging(&logging); }
 
 ZQContext::~ZQContext() = default;
 
@@ -13,6 +13,8 @@ int ZQContext::GetVerbosityLevel() const { return verbosityLevel; }
 void ZQContext::SetDebugLevel(int level) { debugLevel = level; }
 
 int ZQContext::GetDebugLevel() const { return debugLevel; }
+
+ZQLogging &ZQContext::GetLogging() { return logging; }
 
 ZQErrorStack &ZQContext::GetErrorStack() { return errorStack; }
 

@@ -1,4 +1,5 @@
 #include <zqcore/core/ZQErrorStack.h>
+#include <zqcore/logging/ZQLogging.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -94,6 +95,9 @@ void ZQErrorStack::PushMessage(ZQString const &message) {
     messages.pop_front();
   }
   messages.push_back(message);
+  if (autoLogMsg && logging != nullptr) {
+    logging->Error(message, -1);
+  }
 }
 
 } // namespace Velmora::Tessara::ZQ::Core

@@ -5,6 +5,8 @@ namespace Velmora::Tessara::ZQ::Core {
 
 namespace {
 
+ZQLogging *LoggingOf(ZQContext *context) { return context != nullptr ? &context->GetLogging() : nullptr; }
+
 ZQErrorStack *ErrorStackOf(ZQContext *context) { return context != nullptr ? &context->GetErrorStack() : nullptr; }
 
 ZQMPT *MPTOf(ZQContext *context) { return context != nullptr ? &context->GetMPT() : nullptr; }
@@ -16,7 +18,7 @@ Context::Context() : Context(new ZQContext(), true) {}
 Context::Context(ZQContext *borrowed) : Context(borrowed, false) {}
 
 Context::Context(ZQContext *inner, bool isOwned)
-    : context(inner), owned(isOwned), errorStack(ErrorStackOf(inner)), mpt(MPTOf(inner)) {}
+    : context(inner), owned(isOwned), logging(LoggingOf(inner)), errorStack(ErrorStackOf(inner)), mpt(MPTOf(inner)) {}
 
 // The member wrappers go after the inner context; they only borrow, so they do not
 // touch what it held.
@@ -39,6 +41,7 @@ void Context::SetDebugLevel(int level) {
     context->SetDebugLevel(level);
   }
 }
+Logging &Context::GetLogging() { return logging; }
 ErrorStack &Context::GetErrorStack() { return errorStack; }
 MPT &Context::GetMPT() { return mpt; }
 ZQContext *Context::GetContext() { return context; }

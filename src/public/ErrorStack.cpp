@@ -6,6 +6,7 @@
 
 namespace Velmora::Tessara::ZQ::Core {
 
+using detail::InnerOf;
 using detail::ToPublic;
 
 ErrorStack::ErrorStack() : errorStack(new ZQErrorStack()), owned(true) {}
@@ -88,6 +89,11 @@ bool ErrorStack::IsEmpty() const { return errorStack == nullptr || errorStack->I
 bool ErrorStack::IsInitialized() const { return errorStack != nullptr && errorStack->IsInitialized(); }
 bool ErrorStack::IsLastMsgSet() const { return errorStack != nullptr && errorStack->IsLastMsgSet(); }
 bool ErrorStack::IsMsgSet() const { return errorStack != nullptr && errorStack->IsMsgSet(); }
+void ErrorStack::SetLogging(Logging *target) {
+  if (errorStack != nullptr) {
+    errorStack->SetLogging(InnerOf(target));
+  }
+}
 void ErrorStack::Clear() {
   if (errorStack != nullptr) {
     errorStack->Clear();

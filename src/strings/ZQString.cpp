@@ -22,6 +22,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <unistd.h>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -425,8 +426,12 @@ std::vector<SpecialSlot> SpecialSlots() {
           {libraryDirectory, {"ZQ_TMPDIR"}}};
 }
 
-// One pass over every token of every slot that has a value; true if anything was replaced.
-bool SweepSpecialTokens(std::string &text, std::vector<SpecialSlot> const &slots) {
+enum class SweepOutcome { NothingReplaced, Replaced, Overgrown };
+
+// One pass over every token of every slot that has a value. It stops early, with the text
+// half swept, once the text is longer than `bound`: a value that holds its own token can
+// multiply the text within one pass.
+SweepOutcome SweepSpecialTokens(std::string &text, std::vector<SpecialSlot> const &slots, std::size_t bound) {
   static constexpr char kStarts[] = {'$', '%'};
   static constexpr char const *kPairs[] = {"{}", "()", "%%"};
   bool replaced = false;
@@ -443,20 +448,36 @@ bool SweepSpecialTokens(std::string &text, std::vector<SpecialSlot> const &slots
           token += name;
           token += pair[1];
           replaced = ReplaceAll(text, token, slot.value) > 0 || replaced;
+          if (text.size() > bound)
+            return SweepOutcome::Overgrown;
         }
       }
     }
   }
-  return replaced;
+  return replaced ? SweepOutcome::Replaced : SweepOutcome::NothingReplaced;
 }
 
+// The longest text that expanding specials may produce. A chain of values that ends
+// spells each of them out a bounded number of times; only a value that holds its own
+// token, directly or through another value, keeps growing past this.
+std::size_t SpecialGrowthBound(std::string const &text, std::vector<SpecialSlot> const &slots) {
+  std::size_t spelled = text.size();
+  for (SpecialSlot const &slot : slots)
+    spelled += slot.value.size();
+  return 64 * spelled;
+}
+
+// Sweeps until a sweep replaces nothing. A sweep that brings back a text already seen (two
+// values naming each other) or that grows the text past the bound would repeat for ever;
+// the text then stays as it was before that sweep.
 void ExpandSpecials(std::string &text) {
   std::vector<SpecialSlot> const slots = SpecialSlots();
-  // A chain of values resolves within one sweep per slot; beyond that a value leads back
-  // to its own token and the sweeps would repeat for ever.
-  std::size_t sweeps = 0;
-  while (sweeps < slots.size() && SweepSpecialTokens(text, slots))
-    ++sweeps;
+  std::size_t const bound = SpecialGrowthBound(text, slots);
+  std::hash<std::string> const hashOf;
+  std::unordered_set<std::size_t> seen{hashOf(text)};
+  std::string swept = text;
+  while (SweepSpecialTokens(swept, slots, bound) == SweepOutcome::Replaced && seen.insert(hashOf(swept)).second)
+    text = swept;
 }
 
 } // namespace

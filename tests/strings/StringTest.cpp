@@ -232,10 +232,35 @@ TEST(StringEnviron, SpecialsReplaceTheirTokensButNotBareNames) {
   EXPECT_EQ(Expanded("${USER}", false), "${USER}");
 }
 
-TEST(StringEnviron, ValueHoldingItsOwnTokenStopsExpanding) {
+TEST(StringEnviron, SpecialsSweepUntilNothingIsReplaced) {
+  unsetenv("HOSTNAME");
+  unsetenv("COMPUTERNAME");
+  setenv("HOST", "{HOST}", 1);
+  // Each sweep joins one more "$" to the value and so spells the token anew: ten sweeps.
+  EXPECT_EQ(Expanded("$$$$$$$$$$${HOST}", true), "{HOST}");
+  unsetenv("HOST");
+}
+
+TEST(StringEnviron, SpecialsThatNeverSettleStopBeforeTheRepeatingSweep) {
   unsetenv("USER");
-  setenv("USERNAME", "${USER}x", 1);
-  ZQString const text = Expanded("${USER}", true);
-  EXPECT_TRUE(text.StartsWith("${USER}x"));
-  EXPECT_LT(text.Size(), 64);
+  unsetenv("HOSTNAME");
+  unsetenv("COMPUTERNAME");
+  // Two values naming each other: a sweep brings back the text of the sweep before.
+  setenv("USERNAME", "${HOST}", 1);
+  setenv("HOST", "${USER}", 1);
+  EXPECT_EQ(Expanded("${USER}", true), "${USER}");
+  EXPECT_EQ(Expanded("${HOST}", true), "${USER}");
+  // A value holding its own token many times would multiply the text without end.
+  setenv("USERNAME", "${USER}${USER}${USER}${USER}${USER}${USER}${USER}x", 1);
+  ZQString const multiplied = Expanded("${USER}", true);
+  EXPECT_TRUE(multiplied.StartsWith("${USER}${USER}"));
+  EXPECT_LT(multiplied.Size(), 1 << 20);
+  // Once per sweep, it stops at the bound all the same, having kept the last whole sweep.
+  setenv("USERNAME", "x${USER}", 1);
+  std::string const grown = Bytes(Expanded("${USER}", true));
+  EXPECT_EQ(grown.find_first_not_of('x'), grown.size() - 7);
+  EXPECT_GT(grown.size(), 64u);
+  EXPECT_LT(grown.size(), 1u << 20);
+  unsetenv("USERNAME");
+  unsetenv("HOST");
 }

@@ -11,7 +11,8 @@ namespace Velmora::Tessara::ZQ::Core {
 class ZQCORE_EXPORT ZQAPI {
 public:
   /// Accepts every key (this build has no licence to check) and creates the global
-  /// context on the first call: collective over the world. Always true.
+  /// context on the first call, its logging prefixed by four blanks: collective over the
+  /// world. Always true.
   static bool Unlock(char const *key);
   /// Marks message passing as started; a second call does nothing. Always true.
   static bool Initialize(int *argc, char ***argv);
@@ -20,6 +21,10 @@ public:
   static bool IsInitialized();
   /// The global context, null before Unlock and after Finalize.
   static ZQContext *GetContext();
+  /// Logs "[ZQ] progress: <percent>%" at INFO on every process through the global
+  /// context's logging, if there is a context of verbosity 1 or more whose logging is on.
+  /// Always false.
+  static bool ProgressCallback(int percent);
 
 private:
   static ZQContext *_context;

@@ -4,11 +4,14 @@
 #include <zqcore/ZQCoreExport.h>
 #include <zqcore/core/ZQCoreFwd.h>
 #include <zqcore/core/ZQErrorStack.h>
+#include <zqcore/logging/ZQLogging.h>
 #include <zqcore/parallel/ZQMPT.h>
 
 namespace Velmora::Tessara::ZQ::Core {
 
-/// Owns an error stack and a message-passing object, plus two caller-defined levels.
+/// Owns a logging registry, an error stack bound to it for automatic logging and a
+/// message-passing object, plus two caller-defined levels. The logging is not bound to
+/// the job until the caller runs GetLogging().SetMPT.
 /// Constructing one is collective over the world (its ZQMPT duplicates the world
 /// communicator), so message passing must be up. Not copyable; one thread of work.
 class ZQCORE_EXPORT ZQContext {
@@ -22,6 +25,7 @@ public:
   int GetVerbosityLevel() const;
   void SetDebugLevel(int level);
   int GetDebugLevel() const;
+  ZQLogging &GetLogging();
   ZQErrorStack &GetErrorStack();
   ZQMPT &GetMPT();
 
@@ -33,6 +37,7 @@ public:
 private:
   int verbosityLevel;
   int debugLevel;
+  ZQLogging logging;
   ZQErrorStack errorStack;
   ZQMPT mpt;
 };

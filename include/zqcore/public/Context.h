@@ -4,6 +4,7 @@
 #include <zqcore/ZQCoreExport.h>
 #include <zqcore/core/ZQCoreFwd.h>
 #include <zqcore/public/ErrorStack.h>
+#include <zqcore/public/Logging.h>
 #include <zqcore/public/MPT.h>
 
 namespace Velmora::Tessara::ZQ::Core {
@@ -25,7 +26,8 @@ public:
   void SetVerbosityLevel(int level);
   int GetDebugLevel() const;
   void SetDebugLevel(int level);
-  /// The inner context's stack and message-passing object, as long as this lives.
+  /// The inner context's logging, stack and message-passing object, as long as this lives.
+  Logging &GetLogging();
   ErrorStack &GetErrorStack();
   MPT &GetMPT();
   /// The inner context, null for a wrapper of none.
@@ -42,6 +44,7 @@ private:
 
   ZQContext *context;
   bool owned;
+  Logging logging;
   ErrorStack errorStack;
   MPT mpt;
 };

@@ -57,6 +57,8 @@ public:
   bool IsLastMsgSet() const;
   /// At least one message is not empty.
   bool IsMsgSet() const;
+  /// Where automatic logging goes (not owned); null detaches it.
+  void SetLogging(Logging *logging);
   /// Removes all messages; bound, flag and logging target stay.
   void Clear();
   /// Back to the defaults: bound 1024, automatic logging off, empty, no logging target.

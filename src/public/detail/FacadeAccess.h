@@ -4,6 +4,7 @@
 #pragma once
 
 #include <zqcore/public/Context.h>
+#include <zqcore/public/Logging.h>
 #include <zqcore/public/String.h>
 #include <zqcore/strings/ZQString.h>
 
@@ -17,7 +18,14 @@ struct FacadeAccess {
 
   /// The inner object of `mpt`, null for a wrapper of none.
   static ZQMPT *Inner(MPT const &mpt) { return mpt.mpt; }
+  /// The inner registry of `logging`, null for a wrapper of none.
+  static ZQLogging *Inner(Logging const &logging) { return logging.logging; }
 };
+
+/// The inner object of a public pointer argument; a null argument gives null.
+template <typename Public> auto InnerOf(Public *object) -> decltype(FacadeAccess::Inner(*object)) {
+  return object != nullptr ? FacadeAccess::Inner(*object) : nullptr;
+}
 
 /// A new String that takes over the bytes of `text`, embedded zeros included.
 inline String ToPublic(ZQString &&text) {
