@@ -16,5 +16,7 @@ void ExerciseErrorStack(zq::ZQContext &context, int rank);
 void PassAroundTheRing(zq::ZQMPT &mpt);
 // Writes the rank's own output file, reads it back and prints its SHA-1 digest.
 void DigestOwnOutput(zq::ZQContext &context, int rank);
+// A system monitor that logs the rank's memory figures; its Log adds one line per rank.
+zq::ZQSystemMonitor StartMonitor(zq::ZQContext &context, int rank);
 
 } // namespace HostExample

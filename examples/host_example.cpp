@@ -21,6 +21,7 @@ int main(int argc, char **argv) {
   if (rank == 0) {
     PrintBuildTables();
   }
+  zq::ZQSystemMonitor monitor = StartMonitor(*context, rank);
   zq::ZQMPT &mpt = context->GetMPT();
   mpt.SetName("host");
   std::printf("[rank %d] process %d of %d; communicator '%s' has %d processes, this one is rank %d\n", rank, rank + 1,
@@ -28,6 +29,7 @@ int main(int argc, char **argv) {
   ExerciseErrorStack(*context, rank);
   PassAroundTheRing(mpt);
   DigestOwnOutput(*context, rank);
+  monitor.Log("end of the host example");
 
   zq::API::Finalize();
   MPI_Finalize();

@@ -1,5 +1,5 @@
 // System services: each rank writes its own output file, reads it back and prints its
-// SHA-1 digest.
+// SHA-1 digest; a system monitor logs each rank's memory use and run time.
 #include "HostExample.h"
 
 #include <cstdio>
@@ -63,6 +63,16 @@ void DigestOwnOutput(zq::ZQContext &context, int rank) {
               ofFile.ToString(nullptr) == ofBytes.ToString(nullptr) ? "same" : "DIFFERS");
   zq::ZQFileUtil::Remove(&context, name.c_str(), true);
   PrintErrors(context, rank);
+}
+
+// The monitor writes through a logger of its own whose lines carry the rank.
+zq::ZQSystemMonitor StartMonitor(zq::ZQContext &context, int rank) {
+  std::string const prefix = "[rank " + std::to_string(rank) + "] ";
+  context.GetLogging().GetLogger("monitor", "")->SetPrefix(prefix.c_str());
+  zq::ZQSystemMonitor monitor(&context);
+  monitor.SetLoggerName("monitor");
+  monitor.Initialize();
+  return monitor;
 }
 
 } // namespace HostExample

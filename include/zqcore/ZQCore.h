@@ -55,6 +55,7 @@
 #include <zqcore/system/ZQOSUtil.h>
 #include <zqcore/system/ZQSHA1.h>
 #include <zqcore/system/ZQSysUtil.h>
+#include <zqcore/system/ZQSystemMonitor.h>
 #include <zqcore/system/ZQTimer.h>
 #include <zqcore/system/ZQUtil.h>
 
@@ -74,4 +75,5 @@
 #include <zqcore/public/SHA1.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
+#include <zqcore/public/SystemMonitor.h>
 #include <zqcore/public/Timer.h>
