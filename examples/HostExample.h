@@ -32,5 +32,9 @@ void EvaluateSurfaceOnRanks(zq::ZQContext &context, int rank, int nProcs);
 // Stores this rank's results (an array with capacity, a string map, attributes) in an
 // HDF5 file of its own and reads them back.
 void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs);
+// Writes the rank's own output file, reads it back and prints its SHA-1 digest.
+void DigestOwnOutput(zq::ZQContext &context, int rank);
+// A system monitor that logs the rank's memory figures; its Log adds one line per rank.
+zq::ZQSystemMonitor StartMonitor(zq::ZQContext &context, int rank);
 
 } // namespace HostExample

@@ -21,6 +21,7 @@ int main(int argc, char **argv) {
   if (rank == 0) {
     PrintBuildTables();
   }
+  zq::ZQSystemMonitor monitor = StartMonitor(*context, rank);
   zq::ZQMPT &mpt = context->GetMPT();
   mpt.SetName("host");
   std::printf("[rank %d] process %d of %d; communicator '%s' has %d processes, this one is rank %d\n", rank, rank + 1,
@@ -34,6 +35,8 @@ int main(int argc, char **argv) {
   ExchangeWithAPattern(*context);
   EvaluateSurfaceOnRanks(*context, rank, nProcs);
   StoreAndReadBackHDF5(*context, rank, nProcs);
+  DigestOwnOutput(*context, rank);
+  monitor.Log("end of the host example");
 
   zq::API::Finalize();
   MPI_Finalize();

@@ -10,6 +10,7 @@ packages=(
   libgtest-dev libbenchmark-dev
   liboce-modeling-dev # OpenCASCADE, for the spline benchmark only
   libspdlog-dev
+  libssl-dev
 )
 
 missing=()

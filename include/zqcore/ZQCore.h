@@ -67,8 +67,11 @@
 #include <zqcore/parallel/ZQMPTBuffer.h>
 #include <zqcore/parallel/ZQMPTUtil.h>
 
+#include <zqcore/system/ZQFileUtil.h>
 #include <zqcore/system/ZQOSUtil.h>
+#include <zqcore/system/ZQSHA1.h>
 #include <zqcore/system/ZQSysUtil.h>
+#include <zqcore/system/ZQSystemMonitor.h>
 #include <zqcore/system/ZQTimer.h>
 #include <zqcore/system/ZQUtil.h>
 
@@ -86,10 +89,12 @@
 #include <zqcore/public/Math.h>
 #include <zqcore/public/Result.h>
 #include <zqcore/public/RootLogger.h>
+#include <zqcore/public/SHA1.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
 #include <zqcore/public/StringUtil.h>
 #include <zqcore/public/Transform.h>
 #include <zqcore/public/UnitsConverter.h>
 #include <zqcore/public/Variant.h>
+#include <zqcore/public/SystemMonitor.h>
 #include <zqcore/public/Timer.h>
