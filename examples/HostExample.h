@@ -4,6 +4,8 @@
 
 #include <zqcore/ZQCore.h>
 
+#include <string>
+
 namespace HostExample {
 
 namespace zq = Velmora::Tessara::ZQ::Core;
@@ -29,12 +31,14 @@ void ExchangeWithAPattern(zq::ZQContext &context);
 // A NURBS surface on a grid whose rows are divided over the ranks, each point turned by a
 // transform; every rank prints a checksum of its points.
 void EvaluateSurfaceOnRanks(zq::ZQContext &context, int rank, int nProcs);
-// Stores this rank's results (an array with capacity, a string map, attributes) in an
-// HDF5 file of its own and reads them back.
-void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs);
-// Writes the rank's own output file, reads it back and prints its SHA-1 digest.
-void DigestOwnOutput(zq::ZQContext &context, int rank);
-// A system monitor that logs the rank's memory figures; its Log adds one line per rank.
+// Stores the rank's results in an HDF5 file of its own, reads them back and checks them;
+// gives the file's path, which the file-utilities section digests and removes.
+std::string StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs);
+// Reads a file through the file utilities, prints its size and SHA-1 digest (of the file and
+// of the bytes read), then removes it.
+void DigestAndRemoveFile(zq::ZQContext &context, int rank, std::string const &path);
+// A system monitor that logs the rank's memory figures through every logger of the
+// context; its Log adds one line per rank.
 zq::ZQSystemMonitor StartMonitor(zq::ZQContext &context, int rank);
 
 } // namespace HostExample

@@ -66,7 +66,7 @@ bool CheckResults(zq::ZQContext *context, std::string const &path, Values const 
 
 } // namespace
 
-void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs) {
+std::string StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs) {
   std::string const path =
       (std::filesystem::temp_directory_path() / ("zq_host_example_rank" + std::to_string(rank) + ".h5")).string();
   Values const series = ComputeSeries(rank);
@@ -85,6 +85,7 @@ void StoreAndReadBackHDF5(zq::ZQContext &context, int rank, int nProcs) {
   while (!context.GetErrorStack().IsEmpty()) {
     std::printf("[rank %d]   %s\n", rank, context.GetErrorStack().Pop().c_str());
   }
+  return path;
 }
 
 } // namespace HostExample

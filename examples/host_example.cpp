@@ -5,6 +5,7 @@
 #include <mpi.h>
 
 #include <cstdio>
+#include <string>
 
 namespace zq = Velmora::Tessara::ZQ::Core;
 using namespace HostExample;
@@ -34,8 +35,8 @@ int main(int argc, char **argv) {
   DivideTheWork(*context);
   ExchangeWithAPattern(*context);
   EvaluateSurfaceOnRanks(*context, rank, nProcs);
-  StoreAndReadBackHDF5(*context, rank, nProcs);
-  DigestOwnOutput(*context, rank);
+  std::string const hdf5File = StoreAndReadBackHDF5(*context, rank, nProcs);
+  DigestAndRemoveFile(*context, rank, hdf5File);
   monitor.Log("end of the host example");
 
   zq::API::Finalize();
