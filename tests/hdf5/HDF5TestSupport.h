@@ -1,5 +1,4 @@
-// Helpers of the HDF5 tests: a scratch file per test, open-id counting, checks of the
-// pushed messages, and raw reads of what the library wrote.
+// Helpers of the HDF5 tests: scratch files, open-id counting, message checks, raw reads.
 #pragma once
 
 #include <zqcore/core/Types.h>

@@ -1,5 +1,4 @@
-// Log handlers: line splitting, text cleaning, prefixes, rank selection without a job,
-// and files that open, append, truncate, fail and close.
+// Log handlers: lines, text cleaning, prefixes, rank selection without a job, files.
 #include <zqcore/logging/ZQLogFileHandler.h>
 #include <zqcore/logging/ZQLogStreamHandler.h>
 #include <zqcore/parallel/ZQMPT.h>

@@ -1,5 +1,4 @@
-// The logging registry: its fresh state, kinds and creators, file loggers, fan-out and the
-// switch; and the context services built on it: automatic logging and progress.
+// The logging registry, and the context services built on it: automatic logging, progress.
 #include <zqcore/core/ZQAPI.h>
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/logging/ZQLogFileHandler.h>

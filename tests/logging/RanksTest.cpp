@@ -1,5 +1,4 @@
-// Logging on a job: rank selection in the handlers, default prefixes aligned by the job's
-// size, one file per process, and a registry bound to the job.
+// Logging on a job: rank selection, aligned default prefixes, per-process files, binding.
 #include <zqcore/logging/ZQLogFileHandler.h>
 #include <zqcore/logging/ZQLogStreamHandler.h>
 #include <zqcore/logging/ZQLogger.h>

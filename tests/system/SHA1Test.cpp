@@ -1,5 +1,4 @@
-// SHA-1 digests against the sha1sum tool and against a plain reference of the compression
-// function, through both forms of the compression function, files and streams.
+// SHA-1 digests against the sha1sum tool and a plain reference of the compression function.
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/core/ZQErrorStack.h>
 #include <zqcore/strings/ZQString.h>

@@ -1,5 +1,4 @@
-// Progress scaling, alignment text, local time texts, the processor count, timers and
-// the floating-point control text.
+// Progress scaling, alignment and time texts, processors, timers, floating-point controls.
 #include <zqcore/core/ZQResult.h>
 #include <zqcore/public/Math.h>
 #include <zqcore/public/String.h>

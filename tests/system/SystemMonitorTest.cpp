@@ -1,5 +1,4 @@
-// The system monitor on every rank: its lines as a logger receives them, their figures
-// against /proc/self/status, levels and loggers, and a process without a status file.
+// The system monitor on every rank: its lines, their figures, levels, a missing status file.
 #include <zqcore/core/Types.h>
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/core/ZQErrorStack.h>
