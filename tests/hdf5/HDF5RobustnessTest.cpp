@@ -1,5 +1,4 @@
-// Bad input and clean-up: truncated and damaged files and images fail without a crash,
-// and no operation leaves an HDF5 id open, whether it succeeds or fails.
+// Damaged input fails without a crash, and no operation leaves an HDF5 id open.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/containers/ZQArrayNativeType.h>

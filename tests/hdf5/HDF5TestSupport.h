@@ -1,5 +1,4 @@
-// Helpers of the HDF5 tests: a scratch file per test, open-id counting, checks of the
-// pushed messages, and raw reads of what the library wrote.
+// Helpers of the HDF5 tests: scratch files, open-id counting, message checks, raw reads.
 #pragma once
 
 #include <zqcore/core/Types.h>
@@ -19,15 +18,12 @@ namespace zqtest {
 using Status = Velmora::Tessara::ZQ::Core::Types::StatusCode_t;
 inline long long Code(Status status) { return static_cast<long long>(status); }
 
-inline std::string ScratchPath(std::string const &name) {
-  return ::testing::TempDir() + "zq_hdf5_" + std::to_string(getpid()) + "_" + name + ".h5";
-}
-
 /// A fresh file named after the running test, and a context to report to.
 class HDF5Test : public ::testing::Test {
 public:
   void SetUp() override {
-    path = ScratchPath(::testing::UnitTest::GetInstance()->current_test_info()->name());
+    path = ::testing::TempDir() + "zq_hdf5_" + std::to_string(getpid()) + "_" +
+           ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".h5";
     ASSERT_TRUE(Velmora::Tessara::ZQ::Core::ZQHDF5Util::CreateHDF5File(&context, path.c_str(), file).OK());
   }
   void TearDown() override {

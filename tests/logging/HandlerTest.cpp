@@ -1,5 +1,4 @@
-// Log handlers: line splitting, text cleaning, prefixes, rank selection without a job,
-// and files that open, append, truncate, fail and close.
+// Log handlers: lines, text cleaning, prefixes, rank selection without a job, files.
 #include <zqcore/logging/ZQLogFileHandler.h>
 #include <zqcore/logging/ZQLogStreamHandler.h>
 #include <zqcore/parallel/ZQMPT.h>
@@ -75,7 +74,7 @@ TEST(StreamHandlerForms, WideAndStringFormsReachTheNarrowSlot) {
   EXPECT_EQ(recorder.seen, (std::vector<std::string>{"s@3", "w\xC3\xA4@-1", "@1"}));
 }
 
-TEST(StreamHandlerTarget, NullStreamMeansStandardOutputAndNoJobMeansEveryRank) {
+TEST(StreamHandlerTarget, NullStreamMeansStandardOutputNoJobMeansEveryRankAndPrefixesFollowTheLink) {
   ZQLogStreamHandler handler;
   EXPECT_EQ(handler.GetStream(), nullptr);
   EXPECT_TRUE(handler.IsActive(1000) && handler.IsActive(-1));
@@ -87,21 +86,17 @@ TEST(StreamHandlerTarget, NullStreamMeansStandardOutputAndNoJobMeansEveryRank) {
   handler.Emit(L"to other", -1);
   EXPECT_EQ(out.Text(), "to stdout\n");
   EXPECT_EQ(other.str(), "to other\n");
-}
 
-TEST(HandlerPrefix, SetByAnyFormAndByTheJobLink) {
-  ZQLogStreamHandler handler;
+  // The prefix is set by any form; a job link replaces it only when asked to.
   handler.SetPrefix(L"w> ");
   EXPECT_EQ(handler.GetPrefix(), "w> ");
   handler.SetPrefix(ZQString("s> "));
-  EXPECT_EQ(handler.GetPrefix(), "s> ");
   ZQMPT job;
   handler.SetMPT(&job, false);
   EXPECT_EQ(handler.GetPrefix(), "s> ");
   handler.SetMPT(nullptr, true);
   EXPECT_TRUE(handler.GetPrefix().IsEmpty());
-  ZQLogStreamHandler linked(&job);
-  EXPECT_TRUE(linked.GetPrefix().IsEmpty());
+  EXPECT_TRUE(ZQLogStreamHandler(&job).GetPrefix().IsEmpty());
 }
 
 TEST(FileHandler, AppendsByDefaultAndTruncatesOnRequest) {

@@ -22,7 +22,7 @@ std::unique_ptr<ZQLogger> LoggerInto(std::ostream &out, int level) {
 
 } // namespace
 
-TEST(LoggerLevels, ThresholdIsInclusiveAndEachNamedLevelMapsToItsValue) {
+TEST(LoggerLevels, ThresholdIsInclusiveEachNamedLevelMapsToItsValueAndTheSwitchIsApart) {
   std::ostringstream out;
   auto logger = LoggerInto(out, 30);
   logger->Debug("debug");
@@ -36,24 +36,21 @@ TEST(LoggerLevels, ThresholdIsInclusiveAndEachNamedLevelMapsToItsValue) {
   EXPECT_TRUE(logger->IsEnabledFor(30));
   EXPECT_FALSE(logger->IsEnabledFor(29));
 
-  ZQLogger zero;
-  EXPECT_TRUE(zero.IsEnabledFor(0));
-  EXPECT_FALSE(zero.IsEnabledFor(-1));
-}
-
-TEST(LoggerLevels, TheSwitchIsIndependentOfTheThreshold) {
-  std::ostringstream out;
-  auto logger = LoggerInto(out, 20);
+  // The switch is independent of the threshold.
   logger->Off();
   EXPECT_TRUE(logger->IsOff());
   EXPECT_FALSE(logger->IsEnabledFor(50));
   logger->Critical("silent");
-  EXPECT_EQ(logger->GetLevel(), 20);
+  EXPECT_EQ(logger->GetLevel(), 30);
   logger->On();
   EXPECT_TRUE(logger->IsOn());
-  logger->Info("back");
-  logger->Debug("below");
-  EXPECT_EQ(out.str(), "back\n");
+  logger->Info("below");
+  logger->Warning("back");
+  EXPECT_EQ(out.str(), "warning\nerror\ncritical\n35\nback\n");
+
+  ZQLogger zero;
+  EXPECT_TRUE(zero.IsEnabledFor(0));
+  EXPECT_FALSE(zero.IsEnabledFor(-1));
 }
 
 TEST(LoggerHandlers, AddingTakesOwnershipAndReplacesByName) {

@@ -1,5 +1,4 @@
-// The logging registry: its fresh state, kinds and creators, file loggers, fan-out and the
-// switch; and the context services built on it: automatic logging and progress.
+// The logging registry, and the context services built on it: automatic logging, progress.
 #include <zqcore/core/ZQAPI.h>
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/logging/ZQLogFileHandler.h>
@@ -42,7 +41,7 @@ TEST(LoggingRegistry, AFreshRegistryPrintsInfoAndAboveOnStandardOutput) {
   EXPECT_EQ(out.Text(), "shown\ncalled\n");
 }
 
-TEST(LoggingRegistry, LoggersAreMadeOnceByTheirKind) {
+TEST(LoggingRegistry, LoggersAreMadeOnceByTheirKindAndCreatorsChangeNewOnesOnly) {
   ZQLogging logging;
   ZQLogger *a = logging.GetLogger("a", "Logger");
   ASSERT_NE(a, nullptr);
@@ -56,20 +55,17 @@ TEST(LoggingRegistry, LoggersAreMadeOnceByTheirKind) {
   ASSERT_NE(b, nullptr);
   EXPECT_NE(b->GetHandler(""), nullptr);
   EXPECT_EQ(b->GetLevel(), 0);
-}
 
-TEST(LoggingRegistry, RegisteringChangesNewLoggersOnly) {
-  ZQLogging logging;
-  ZQLogger *before = logging.GetLogger("before", "Logger");
+  // Registering a creator changes new loggers only.
   EXPECT_TRUE(logging.Register(L"Logger", &CreateAtLevel7));
   EXPECT_EQ(logging.GetLogger("after", "Logger")->GetLevel(), 7);
-  EXPECT_EQ(logging.GetLogger("before", "Logger"), before);
-  EXPECT_EQ(before->GetLevel(), 0);
+  EXPECT_EQ(logging.GetLogger("a", "Logger"), a);
+  EXPECT_EQ(a->GetLevel(), 0);
   // A creator that gives null leaves a null entry for good, left out of the names.
   EXPECT_TRUE(logging.Register("Nothing", &CreateNothing));
   EXPECT_EQ(logging.GetLogger("void", "Nothing"), nullptr);
   EXPECT_EQ(logging.GetLogger("void", "Logger"), nullptr);
-  EXPECT_EQ(LoggerNames(logging), (std::vector<ZQString>{ZQString(), ZQString("after"), ZQString("before")}));
+  EXPECT_EQ(LoggerNames(logging), (std::vector<ZQString>{ZQString(), ZQString("a"), ZQString("after"), ZQString("b")}));
   logging.Info("null entries are passed over");
 }
 

@@ -1,5 +1,4 @@
-// Distribution and partition: shares of totals from 0 up to the 64-bit limit, offsets
-// gathered from every rank (negative values, sums out of range), and partitions of sets.
+// Distribution of totals, offsets gathered from every rank, and partitions of sets.
 #include <zqcore/containers/ZQArrayNativeType.h>
 #include <zqcore/containers/ZQMapNativeTypes.h>
 #include <zqcore/containers/ZQSetNativeType.h>

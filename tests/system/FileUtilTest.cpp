@@ -1,6 +1,4 @@
-// File utilities: path text without files, then real files and directories in a scratch
-// directory. Failures come from missing files, directories in place of files, pipes and
-// streams of the wrong direction, never from permissions.
+// File utilities: path text, then files in a scratch directory (failures never by permission).
 #include <zqcore/core/Types.h>
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/core/ZQErrorStack.h>
@@ -84,19 +82,12 @@ TEST(FileUtilPaths, SplitJoinExtensionsAndSeparators) {
 }
 
 TEST(FileUtilPaths, OnlyTheLastCharacterDecidesAValidFilename) {
-  for (auto const &[name, valid] : std::vector<std::pair<char const *, bool>>{{"ab", true},
-                                                                              {"a?", false},
-                                                                              {"?a", true},
-                                                                              {"", false},
-                                                                              {"a/b", true},
-                                                                              {"x\\", false},
-                                                                              {"x|", false},
-                                                                              {"x<", false},
-                                                                              {"x>", false},
-                                                                              {"x\"", false},
-                                                                              {"x*", false},
-                                                                              {"x:", false}}) {
-    EXPECT_EQ(ZQFileUtil::IsValidFilename(nullptr, name), valid) << name;
+  std::vector<std::pair<std::string, bool>> cases = {{"ab", true}, {"?a", true}, {"a/b", true}, {"", false}};
+  for (char const last : std::string("?\\|<>\"*:")) {
+    cases.emplace_back(std::string("x") + last, false);
+  }
+  for (auto const &[name, valid] : cases) {
+    EXPECT_EQ(ZQFileUtil::IsValidFilename(nullptr, name.c_str()), valid) << name;
     EXPECT_EQ(ZQFileUtil::IsValidFilename(nullptr, Wide(name).c_str()), valid) << name;
   }
   EXPECT_FALSE(ZQFileUtil::IsValidFilename(nullptr, static_cast<char const *>(nullptr)));
@@ -104,7 +95,7 @@ TEST(FileUtilPaths, OnlyTheLastCharacterDecidesAValidFilename) {
   EXPECT_TRUE(ZQFileUtil::IsValidFilename(nullptr, L"a\u013f"));
 }
 
-TEST_F(FileUtilFiles, ExistenceAndSizeByEitherNameAndStream) {
+TEST_F(FileUtilFiles, ExistenceAndSizeByEitherNameAndStreamAndTheirFailures) {
   EXPECT_TRUE(ZQFileUtil::IsExistent(&context, Wide(file).c_str()));
   EXPECT_FALSE(ZQFileUtil::IsExistent(&context, (dir / "missing").c_str()));
   EXPECT_FALSE(ZQFileUtil::IsExistent(&context, static_cast<char const *>(nullptr)));
@@ -122,11 +113,9 @@ TEST_F(FileUtilFiles, ExistenceAndSizeByEitherNameAndStream) {
   EXPECT_EQ(std::ftell(stream), 1500);
   std::fclose(stream);
   EXPECT_TRUE(Drain().empty());
-}
 
-TEST_F(FileUtilFiles, SizeFailuresReportOnlyWhenAskedAndWithAContext) {
+  // Failures report only when asked and with a context.
   std::string const missing = dir / "missing";
-  long long size = -1;
   EXPECT_FALSE(ZQFileUtil::GetSize(nullptr, missing.c_str(), size, true));
   EXPECT_EQ(size, 0);
   EXPECT_FALSE(ZQFileUtil::GetSize(&context, missing.c_str(), size, false));
@@ -158,7 +147,7 @@ TEST_F(FileUtilFiles, OpenFileAlwaysReportsToAContext) {
   EXPECT_EQ(Drain(), (Messages{std::strerror(ENOENT), std::strerror(EISDIR), std::strerror(EINVAL)}));
 }
 
-TEST_F(FileUtilFiles, ReadTakesAtMostTheFileFromTheDescriptorOffset) {
+TEST_F(FileUtilFiles, ReadTakesAtMostTheFileFromTheDescriptorOffsetAndFailuresKeepTheSize) {
   std::vector<unsigned char> buffer(4000, 0xEE);
   long long size = 4000;
   EXPECT_TRUE(ZQFileUtil::Read(&context, Wide(file).c_str(), size, buffer.data(), true));
@@ -175,11 +164,9 @@ TEST_F(FileUtilFiles, ReadTakesAtMostTheFileFromTheDescriptorOffset) {
   EXPECT_TRUE(std::equal(content.begin() + 1000, content.end(), buffer.begin()));
   std::fclose(stream);
   EXPECT_TRUE(Drain().empty());
-}
 
-TEST_F(FileUtilFiles, ReadFailuresKeepTheSizeAndReportTheCause) {
-  std::vector<unsigned char> buffer(16);
-  long long size = 16;
+  // Failures keep the size and report the cause.
+  size = 16;
   // A directory opens for reading but cannot be read.
   EXPECT_FALSE(ZQFileUtil::Read(&context, dir.Path().c_str(), size, buffer.data(), true));
   EXPECT_EQ(size, 16);

@@ -25,7 +25,9 @@ TEST(OSUtil, GetEnvTellsSetFromUnsetAndClearsTheValue) {
   value = "stale";
   EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, "ZQT_UNSET", value));
   EXPECT_TRUE(value.IsEmpty());
+  value = "stale";
   EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, static_cast<char const *>(nullptr), value));
+  EXPECT_TRUE(value.IsEmpty());
   EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, static_cast<wchar_t const *>(nullptr), value));
   unsetenv("ZQT_SET");
   unsetenv("ZQT_EMPTY");

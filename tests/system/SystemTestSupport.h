@@ -1,5 +1,4 @@
-// Helpers shared by the system tests: a scratch directory, file contents and the
-// reference digests of the sha1sum tool.
+// Helpers of the system tests: a scratch directory, file contents, sha1sum digests.
 #pragma once
 
 #include <cstdio>
