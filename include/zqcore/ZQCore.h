@@ -45,6 +45,10 @@
 #include <zqcore/logging/ZQLogging.h>
 #include <zqcore/logging/ZQRootLogger.h>
 
+#include <zqcore/values/ZQColor.h>
+#include <zqcore/values/ZQUnitsConverter.h>
+#include <zqcore/values/ZQVariant.h>
+
 #include <zqcore/geometry/ZQMatrix.h>
 #include <zqcore/geometry/ZQNURBSCurveEvaluation.h>
 #include <zqcore/geometry/ZQNURBSSurfaceEvaluation.h>
@@ -52,20 +56,16 @@
 #include <zqcore/geometry/ZQTransform.h>
 #include <zqcore/geometry/ZQVector.h>
 
-#include <zqcore/values/ZQColor.h>
-#include <zqcore/values/ZQUnitsConverter.h>
-#include <zqcore/values/ZQVariant.h>
-
 #include <zqcore/parallel/ZQCommDataHandler.h>
 #include <zqcore/parallel/ZQCommPatterns.h>
-#include <zqcore/hdf5/ZQHDF5DataBuffers.h>
-#include <zqcore/hdf5/ZQHDF5DataCounts.h>
-#include <zqcore/hdf5/ZQHDF5Util.h>
-
 #include <zqcore/parallel/ZQMPT.h>
 #include <zqcore/parallel/ZQMPTArray.h>
 #include <zqcore/parallel/ZQMPTBuffer.h>
 #include <zqcore/parallel/ZQMPTUtil.h>
+
+#include <zqcore/hdf5/ZQHDF5DataBuffers.h>
+#include <zqcore/hdf5/ZQHDF5DataCounts.h>
+#include <zqcore/hdf5/ZQHDF5Util.h>
 
 #include <zqcore/system/ZQFileUtil.h>
 #include <zqcore/system/ZQOSUtil.h>
@@ -81,20 +81,20 @@
 #include <zqcore/public/Float64Array.h>
 #include <zqcore/public/Int64Array.h>
 #include <zqcore/public/LogFileHandler.h>
-#include <zqcore/public/LogHandler.h>
-#include <zqcore/public/LogStreamHandler.h>
 #include <zqcore/public/Logger.h>
 #include <zqcore/public/Logging.h>
-#include <zqcore/public/MPT.h>
+#include <zqcore/public/LogHandler.h>
+#include <zqcore/public/LogStreamHandler.h>
 #include <zqcore/public/Math.h>
+#include <zqcore/public/MPT.h>
 #include <zqcore/public/Result.h>
 #include <zqcore/public/RootLogger.h>
 #include <zqcore/public/SHA1.h>
 #include <zqcore/public/String.h>
 #include <zqcore/public/StringArray.h>
 #include <zqcore/public/StringUtil.h>
+#include <zqcore/public/SystemMonitor.h>
+#include <zqcore/public/Timer.h>
 #include <zqcore/public/Transform.h>
 #include <zqcore/public/UnitsConverter.h>
 #include <zqcore/public/Variant.h>
-#include <zqcore/public/SystemMonitor.h>
-#include <zqcore/public/Timer.h>
