@@ -180,6 +180,23 @@ void FillArray(FloatingPointArray &array, double const *values, long long count)
 }
 
 /// Copies the elements of `array` into `buffer` of `count` places, in iterator order.
+// The status of a kind that neither numeric array getter converts; success for the kinds
+// they do convert.
+ZQResult NumberArrayRefusal(Kind kind) {
+  switch (kind) {
+  case Kind::Undefined:
+    return StatusOf(Status::VariantNotInitializedError);
+  case Kind::String:
+    return StatusOf(Status::VariantStringTypeConversionError);
+  case Kind::Color:
+    return StatusOf(Status::VariantColorTypeConversionError);
+  case Kind::Custom:
+    return StatusOf(Status::VariantCustomTypeConversionError);
+  default:
+    return Success();
+  }
+}
+
 template <typename T> ZQResult CopyToBuffer(ZQArrayNativeType<T, long long> const &array, long long &count, T *buffer) {
   if (count < array.Size()) {
     return StatusOf(Status::ArrayTooSmallError);
@@ -722,9 +739,11 @@ ZQResult ZQVariant::GetColor(ZQColor &color) const {
 ZQResult ZQVariant::GetIntegerArray(IntegerArray &array) const {
   IntegerArray result;
   long long value = 0;
+  ZQResult const refusal = NumberArrayRefusal(type);
+  if (!refusal.OK()) {
+    return refusal;
+  }
   switch (type) {
-  case Kind::Undefined:
-    return StatusOf(Status::VariantNotInitializedError);
   case Kind::Integer:
     FillArray(result, &Data<long long>(), 1);
     break;
@@ -734,10 +753,6 @@ ZQResult ZQVariant::GetIntegerArray(IntegerArray &array) const {
     }
     FillArray(result, &value, 1);
     break;
-  case Kind::String:
-    return StatusOf(Status::VariantStringTypeConversionError);
-  case Kind::Color:
-    return StatusOf(Status::VariantColorTypeConversionError);
   case Kind::IntegerArray:
     result = Data<IntegerArray>();
     break;
@@ -751,8 +766,6 @@ ZQResult ZQVariant::GetIntegerArray(IntegerArray &array) const {
       return StatusOf(Status::VariantStringTypeConversionError);
     }
     break;
-  case Kind::Custom:
-    return StatusOf(Status::VariantCustomTypeConversionError);
   default:
     detail::FatalError();
   }
@@ -777,18 +790,16 @@ ZQResult ZQVariant::GetIntegerArray(long long &count, long long *buffer, ZQStrin
 ZQResult ZQVariant::GetFloatingPointArray(FloatingPointArray &array) const {
   FloatingPointArray result;
   double value = 0;
+  ZQResult const refusal = NumberArrayRefusal(type);
+  if (!refusal.OK()) {
+    return refusal;
+  }
   switch (type) {
-  case Kind::Undefined:
-    return StatusOf(Status::VariantNotInitializedError);
   case Kind::Integer:
   case Kind::FloatingPoint:
     GetFloatingPoint(value);
     FillArray(result, &value, 1);
     break;
-  case Kind::String:
-    return StatusOf(Status::VariantStringTypeConversionError);
-  case Kind::Color:
-    return StatusOf(Status::VariantColorTypeConversionError);
   case Kind::IntegerArray:
     ConvertElements(Data<IntegerArray>(), result, Widen);
     break;
@@ -800,8 +811,6 @@ ZQResult ZQVariant::GetFloatingPointArray(FloatingPointArray &array) const {
       return StatusOf(Status::VariantStringArrayTypeConversionError);
     }
     break;
-  case Kind::Custom:
-    return StatusOf(Status::VariantCustomTypeConversionError);
   default:
     detail::FatalError();
   }
