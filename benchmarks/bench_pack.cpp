@@ -148,7 +148,7 @@ void PackBulkPlain(benchmark::State &state) {
 }
 
 // The layer's own packing call on a plain buffer: the floor under Pack, which adds the
-// buffer lookup, the growth test and the narrowing checks.
+// selected buffer, the room test, the narrowing checks and the status check.
 void PackRecordsLayer(benchmark::State &state) {
   ZQMPT mpt;
   std::vector<Record> records = Records();

@@ -36,7 +36,11 @@ template <typename T> ZQMPTArray<T> &ZQMPTArray<T>::operator=(ZQMPTArray const &
 
 template <typename T> ZQMPTArray<T>::~ZQMPTArray() = default;
 
-template <typename T> void ZQMPTArray<T>::Grow(long long n) {
+template <typename T> void ZQMPTArray<T>::ResizeOutsideCapacity(long long n) {
+  if (n < 0) {
+    size = 0;
+    return;
+  }
   // Left uninitialised: packing or a receive writes the bytes before anything reads them.
   std::shared_ptr<T[]> grown(AllocateOrDie<T>(n));
   if (size > 0) {

@@ -5,6 +5,7 @@
 #include <zqcore/wmpi.h>
 
 #include "core/detail/Fatal.h"
+#include "parallel/detail/BufferSelection.h"
 #include "parallel/detail/ElementTypes.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@
 namespace Velmora::Tessara::ZQ::Core {
 
 using detail::NarrowToInt32;
-using detail::TypeCodeOf;
 
 namespace {
 
@@ -38,22 +38,16 @@ template <typename Map> auto Lookup(Map *buffers, int key) -> decltype(&buffers-
   return found == buffers->end() ? nullptr : &found->second;
 }
 
-// Looks `key` up and remembers the buffer in `found`; a missing map or key ends the job.
-[[gnu::noinline]] ZQMPTBuffer &LookUpAndRemember(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
-  found = Lookup(buffers, key);
+// The buffer under `key`: the one remembered in `found`, else looked up and remembered. A
+// missing map or key ends the job.
+ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found) {
   if (found == nullptr) {
-    detail::FatalError();
+    found = Lookup(buffers, key);
+    if (found == nullptr) {
+      detail::FatalError();
+    }
   }
-  foundKey = key;
   return *found;
-}
-
-// The buffer under `key`: the one remembered in `found` while the key is the same.
-inline ZQMPTBuffer &Find(Buffers *buffers, int key, ZQMPTBuffer *&found, int &foundKey) {
-  if (found != nullptr && foundKey == key) {
-    return *found;
-  }
-  return LookUpAndRemember(buffers, key, found, foundKey);
 }
 
 long long SizeUnder(Buffers const *buffers, int key) {
@@ -87,9 +81,8 @@ long long TotalCapacity(Buffers const *buffers) {
   return total;
 }
 
-// Room for `needed` bytes, grown by at least the growth step; the size stays. Kept out of
-// line so that the common path of Pack, which has the room, stays small.
-[[gnu::noinline]] void GrowForPacking(ZQMPTArray<unsigned char> &bytes, long long needed) {
+// Room for `needed` bytes, grown by at least the growth step; the size stays.
+void GrowForPacking(ZQMPTArray<unsigned char> &bytes, long long needed) {
   long long const size = bytes.GetSize();
   bytes.Resize(std::max(needed, size + bytes.GetGrowth()));
   bytes.Resize(size);
@@ -144,9 +137,11 @@ void ZQMPT::InitReceiveBuffer(int peer, long long size) {
   }
 }
 
-void ZQMPT::SelectSendBuffer(int peer) { selectedSendBuffer = KeyOf(peer); }
+void ZQMPT::SelectSendBuffer(int peer) { detail::SelectKey(selectedSendBuffer, foundSendBuffer, KeyOf(peer)); }
 
-void ZQMPT::SelectReceiveBuffer(int peer) { selectedReceiveBuffer = KeyOf(peer); }
+void ZQMPT::SelectReceiveBuffer(int peer) {
+  detail::SelectKey(selectedReceiveBuffer, foundReceiveBuffer, KeyOf(peer));
+}
 
 int ZQMPT::GetSelectedSendBuffer() const { return selectedSendBuffer; }
 
@@ -156,11 +151,9 @@ ZQMPTBuffer *ZQMPT::GetSendBuffer(int key) { return Lookup(sendBuffers, key); }
 
 ZQMPTBuffer *ZQMPT::GetReceiveBuffer(int key) { return Lookup(receiveBuffers, key); }
 
-ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer, foundSendBuffer, foundSendKey); }
+ZQMPTBuffer &ZQMPT::FindSendBuffer() { return Find(sendBuffers, selectedSendBuffer, foundSendBuffer); }
 
-ZQMPTBuffer &ZQMPT::FindReceiveBuffer() {
-  return Find(receiveBuffers, selectedReceiveBuffer, foundReceiveBuffer, foundReceiveKey);
-}
+ZQMPTBuffer &ZQMPT::FindReceiveBuffer() { return Find(receiveBuffers, selectedReceiveBuffer, foundReceiveBuffer); }
 
 void ZQMPT::ResetBuffers() {
   Delete(sendBuffers);
@@ -184,56 +177,36 @@ long long ZQMPT::GetAutoBufferResetThreshold() const { return autoBufferResetThr
 void ZQMPT::SetAutoBufferResetThreshold(long long threshold) { autoBufferResetThreshold = threshold; }
 
 void ZQMPT::Pack(void *data, long long count, int datatype) {
-  if (count < 1) {
-    return;
+  // A count below 1 packs nothing, whatever the datatype.
+  if (count >= 1) {
+    PackElements(data, count, datatype, detail::ElementWidth(datatype));
   }
-  ZQMPTArray<unsigned char> &bytes = FindSendBuffer().GetData();
-  long long const width = detail::ElementWidth(datatype);
-  // Checked ahead of growing: an oversized count ends the job without allocating for it.
-  int const count32 = NarrowToInt32(count);
-  long long const size = bytes.GetSize();
-  long long const needed = size + width * count;
-  if (needed > bytes.GetCapacity()) {
-    GrowForPacking(bytes, needed);
-  }
-  int const capacity32 = NarrowToInt32(bytes.GetCapacity());
-  int position = NarrowToInt32(size);
-  Check(WMPI_Pack(data, count32, datatype, bytes.GetData(), capacity32, &position, comm));
-  bytes.Resize(position);
 }
 
 void ZQMPT::Pack(void *, long long) { detail::FatalError(); }
 
-void ZQMPT::Unpack(void *data, long long count, int datatype) {
-  if (count < 1) {
-    return;
+ZQMPTArray<unsigned char> &ZQMPT::MakeRoomToPack(long long count, long long width) {
+  ZQMPTArray<unsigned char> &bytes = FindSendBuffer().GetData();
+  // Each narrowing ends the job when its value does not fit. The count is checked ahead of
+  // growing, so that an oversized one ends the job without allocating for it.
+  NarrowToInt32(count);
+  long long const needed = bytes.GetSize() + width * count;
+  if (needed > bytes.GetCapacity()) {
+    GrowForPacking(bytes, needed);
   }
+  NarrowToInt32(bytes.GetCapacity());
+  NarrowToInt32(bytes.GetSize());
+  return bytes;
+}
+
+ZQMPTBuffer &ZQMPT::CheckBufferToUnpack(long long count) {
   ZQMPTBuffer &buffer = FindReceiveBuffer();
-  ZQMPTArray<unsigned char> &bytes = buffer.GetData();
-  int const size32 = NarrowToInt32(bytes.GetSize());
-  int position = NarrowToInt32(buffer.GetUnpackPos());
-  int const count32 = NarrowToInt32(count);
-  // An overrun is refused by the layer, and its failure status ends the job.
-  Check(WMPI_Unpack(bytes.GetData(), size32, &position, data, count32, datatype, comm));
-  buffer.SetUnpackPos(position);
-  if (position == size32) {
-    buffer.AutoDataReset(autoBufferResetThreshold);
-  }
+  // Each narrowing ends the job when its value does not fit.
+  NarrowToInt32(buffer.GetData().GetSize());
+  NarrowToInt32(buffer.GetUnpackPos());
+  NarrowToInt32(count);
+  return buffer;
 }
-
-template <typename T, typename> void ZQMPT::Pack(T *data, long long count) {
-  Pack(static_cast<void *>(data), count, TypeCodeOf<T>());
-}
-
-template <typename T, typename> void ZQMPT::Unpack(T *data, long long count) {
-  Unpack(static_cast<void *>(data), count, TypeCodeOf<T>());
-}
-
-#define ZQ_INSTANTIATE_PACKING(T)                                                                                      \
-  template void ZQMPT::Pack<T, void>(T *, long long);                                                                  \
-  template void ZQMPT::Unpack<T, void>(T *, long long);
-ZQ_MPT_ELEMENT_TYPES(ZQ_INSTANTIATE_PACKING)
-#undef ZQ_INSTANTIATE_PACKING
 
 void ZQMPT::CopySendToReceiveBuffer(int peer) {
   SelectSendBuffer(peer);

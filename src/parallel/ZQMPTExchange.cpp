@@ -5,6 +5,7 @@
 #include <zqcore/wmpi.h>
 
 #include "core/detail/Fatal.h"
+#include "parallel/detail/BufferSelection.h"
 
 #include <climits>
 
@@ -58,19 +59,6 @@ void TakeBackExchange(WaitSlots &slots, ZQMPTBuffer &buffer, bool dataOnly) {
   }
   slots.TakeBack(buffer.GetDataRequest(), buffer.GetDataStatus());
 }
-
-// Puts a buffer selection back as it was found.
-class SelectionKeeper {
-public:
-  explicit SelectionKeeper(int &kept) : selection(kept), saved(kept) {}
-  SelectionKeeper(SelectionKeeper const &) = delete;
-  SelectionKeeper &operator=(SelectionKeeper const &) = delete;
-  ~SelectionKeeper() { selection = saved; }
-
-private:
-  int &selection;
-  int const saved;
-};
 
 // Requests of the map's buffers that are still outstanding; the waits set finished ones to -1.
 long long CountPending(std::map<int, ZQMPTBuffer> const *buffers) {
@@ -147,7 +135,7 @@ void ZQMPT::NBSendBuffer(int peer, bool dataOnly) {
 }
 
 void ZQMPT::NBSendBuffers(std::set<int> const &peers, bool dataOnly) {
-  SelectionKeeper keep(selectedSendBuffer);
+  detail::SelectionKeeper keep(selectedSendBuffer, foundSendBuffer);
   for (int member : peers) {
     if (member != WMPI_ANY_SOURCE) {
       SelectSendBuffer(member);
@@ -173,7 +161,7 @@ void ZQMPT::NBReceiveBuffer(int peer, bool dataOnly) {
 }
 
 void ZQMPT::NBReceiveBuffers(std::set<int> const &peers, bool dataOnly) {
-  SelectionKeeper keep(selectedReceiveBuffer);
+  detail::SelectionKeeper keep(selectedReceiveBuffer, foundReceiveBuffer);
   for (int member : peers) {
     NBReceiveBuffer(member, dataOnly);
   }
@@ -201,7 +189,7 @@ void ZQMPT::WaitAllSendBuffers(std::set<int> const &peers, bool dataOnly) {
   if (peers.empty()) {
     return;
   }
-  SelectionKeeper keep(selectedSendBuffer);
+  detail::SelectionKeeper keep(selectedSendBuffer, foundSendBuffer);
   WaitAllBufferExchanges(peers, false, dataOnly);
 }
 

@@ -11,7 +11,6 @@
 namespace Velmora::Tessara::ZQ::Core {
 
 using detail::NarrowToInt32;
-using detail::TypeCodeOf;
 
 namespace {
 
@@ -30,7 +29,7 @@ template <typename T> void ReduceInPlace(ZQMPT &mpt, T *data, long long count, i
   }
   // Checked before allocating, so that an oversized count ends the job without trying.
   std::unique_ptr<T[]> const reduced(new T[static_cast<std::size_t>(NarrowToInt32(count))]);
-  mpt.AllReduce(data, reduced.get(), count, TypeCodeOf<T>(), operation);
+  mpt.AllReduce(data, reduced.get(), count, MPTTypeCodeOf<T>(), operation);
   std::copy_n(reduced.get(), count, data);
 }
 
@@ -109,36 +108,36 @@ bool ZQMPT::CheckFalse(bool value) {
 }
 
 template <typename T, typename> void ZQMPT::BSend(T *data, long long count, int peer) {
-  BSend(static_cast<void *>(data), count, TypeCodeOf<T>(), peer);
+  BSend(static_cast<void *>(data), count, MPTTypeCodeOf<T>(), peer);
 }
 
 template <typename T, typename> void ZQMPT::BReceive(T *data, long long count, int peer) {
-  BReceive(static_cast<void *>(data), count, TypeCodeOf<T>(), peer);
+  BReceive(static_cast<void *>(data), count, MPTTypeCodeOf<T>(), peer);
 }
 
 template <typename T, typename>
 void ZQMPT::BSendReceive(T *sendData, long long sendCount, int sendPeer, T *receiveData, long long receiveCount,
                          int receivePeer) {
-  BSendReceive(static_cast<void *>(sendData), sendCount, TypeCodeOf<T>(), sendPeer, static_cast<void *>(receiveData),
-               receiveCount, TypeCodeOf<T>(), receivePeer);
+  BSendReceive(static_cast<void *>(sendData), sendCount, MPTTypeCodeOf<T>(), sendPeer, static_cast<void *>(receiveData),
+               receiveCount, MPTTypeCodeOf<T>(), receivePeer);
 }
 
 template <typename T, typename> void ZQMPT::Broadcast(T *data, long long count, int root) {
-  Broadcast(static_cast<void *>(data), count, TypeCodeOf<T>(), root);
+  Broadcast(static_cast<void *>(data), count, MPTTypeCodeOf<T>(), root);
 }
 
 template <typename T, typename> void ZQMPT::AllGather(T *sendData, T *receiveData, long long count) {
-  AllGather(static_cast<void *>(sendData), count, TypeCodeOf<T>(), static_cast<void *>(receiveData), count,
-            TypeCodeOf<T>());
+  AllGather(static_cast<void *>(sendData), count, MPTTypeCodeOf<T>(), static_cast<void *>(receiveData), count,
+            MPTTypeCodeOf<T>());
 }
 
 template <typename T, typename> void ZQMPT::AllToAll(T *sendData, T *receiveData, long long count) {
-  AllToAll(static_cast<void *>(sendData), count, TypeCodeOf<T>(), static_cast<void *>(receiveData), count,
-           TypeCodeOf<T>());
+  AllToAll(static_cast<void *>(sendData), count, MPTTypeCodeOf<T>(), static_cast<void *>(receiveData), count,
+           MPTTypeCodeOf<T>());
 }
 
 template <typename T, typename> void ZQMPT::Min(T *sendData, T *receiveData, long long count) {
-  AllReduce(sendData, receiveData, count, TypeCodeOf<T>(), WMPI_MIN);
+  AllReduce(sendData, receiveData, count, MPTTypeCodeOf<T>(), WMPI_MIN);
 }
 
 template <typename T, typename> void ZQMPT::Min(T *data, long long count) {
@@ -146,7 +145,7 @@ template <typename T, typename> void ZQMPT::Min(T *data, long long count) {
 }
 
 template <typename T, typename> void ZQMPT::Max(T *sendData, T *receiveData, long long count) {
-  AllReduce(sendData, receiveData, count, TypeCodeOf<T>(), WMPI_MAX);
+  AllReduce(sendData, receiveData, count, MPTTypeCodeOf<T>(), WMPI_MAX);
 }
 
 template <typename T, typename> void ZQMPT::Max(T *data, long long count) {
@@ -154,7 +153,7 @@ template <typename T, typename> void ZQMPT::Max(T *data, long long count) {
 }
 
 template <typename T, typename> void ZQMPT::Sum(T *sendData, T *receiveData, long long count) {
-  AllReduce(sendData, receiveData, count, TypeCodeOf<T>(), WMPI_SUM);
+  AllReduce(sendData, receiveData, count, MPTTypeCodeOf<T>(), WMPI_SUM);
 }
 
 template <typename T, typename> void ZQMPT::Sum(T *data, long long count) {

@@ -147,6 +147,14 @@ TEST(Exchange, AllToAllDeliversEveryPairWithItsOwnLength) {
     ok = ok && mpt.GetSelectedSendBuffer() == n && mpt.GetNPendingBufferRequests() == 0 &&
          mpt.GetSendBuffer(0)->GetData().GetCapacity() >= 4096;
   }
+  // Packing after a set operation goes to the buffer of the selection it restored, not to
+  // that of the last member it went through.
+  mpt.SelectSendBuffer(0);
+  long long const packed = mpt.GetSendBufferSize(0);
+  mpt.WaitAllSendBuffers(peers, false);
+  char mark = 'm';
+  mpt.Pack(&mark, 1);
+  ok = ok && mpt.GetSendBufferSize(0) == packed + 1;
   ok = NextTag(mpt, (mpt.GetProcRank() + 1) % n, (mpt.GetProcRank() + n - 1) % n) == 2 + 1 + 2 + 1 && ok;
   EXPECT_TRUE(zqtest::AllRanks(ok));
 }

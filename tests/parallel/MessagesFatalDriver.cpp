@@ -28,10 +28,12 @@ int main(int argc, char **argv) {
          ZQMPT mpt;
          mpt.Pack(bytes, 1);
        }},
+      // The buffer that packing went to before does not follow the selection to a missing key.
       {"pack_into_unselected_key",
        [] {
          ZQMPT mpt;
          mpt.InitSendBuffer(0, 8);
+         mpt.Pack(bytes, 1);
          mpt.SelectSendBuffer(1);
          mpt.Pack(bytes, 1);
        }},

@@ -5,16 +5,15 @@
 #include <zqcore/core/Types.h>
 #include <zqcore/core/ZQCoreFwd.h>
 #include <zqcore/core/ZQExports.h>
+#include <zqcore/parallel/ZQMPTBuffer.h>
+#include <zqcore/wmpi.h>
 
+#include <climits>
 #include <map>
 #include <set>
 #include <type_traits>
 
-struct WMPI_Status;
-
 namespace Velmora::Tessara::ZQ::Core {
-
-class ZQMPTBuffer;
 
 /// Element types of the typed messages: the eight that have a datatype code.
 template <typename T>
@@ -28,6 +27,28 @@ template <typename T>
 inline constexpr bool IsMPTNumber =
     std::is_same_v<T, short> || std::is_same_v<T, int> || std::is_same_v<T, long long> || std::is_same_v<T, float> ||
     std::is_same_v<T, double>;
+
+/// The datatype code of an element type of the typed messages.
+template <typename T> constexpr int MPTTypeCodeOf() {
+  if constexpr (std::is_same_v<T, char>) {
+    return WMPI_CHAR;
+  } else if constexpr (std::is_same_v<T, wchar_t>) {
+    return WMPI_WCHAR;
+  } else if constexpr (std::is_same_v<T, unsigned char>) {
+    return WMPI_UNSIGNED_CHAR;
+  } else if constexpr (std::is_same_v<T, short>) {
+    return WMPI_SHORT;
+  } else if constexpr (std::is_same_v<T, int>) {
+    return WMPI_INT;
+  } else if constexpr (std::is_same_v<T, long long>) {
+    return WMPI_LONG_LONG;
+  } else if constexpr (std::is_same_v<T, float>) {
+    return WMPI_FLOAT;
+  } else {
+    static_assert(std::is_same_v<T, double>, "not an element type of the typed messages");
+    return WMPI_DOUBLE;
+  }
+}
 
 /// Talks to the other processes of the job over its own duplicate of a communicator.
 /// Every failure of the layer underneath is fatal: the banner is written and the job
@@ -228,6 +249,14 @@ private:
   }
   using BufferMap = std::map<int, ZQMPTBuffer>;
 
+  // Packing and unpacking are inline, value by value being their common use (see below).
+  static bool IsCount32(long long value);
+  void PackElements(void *data, long long count, int datatype, long long width);
+  ZQMPTArray<unsigned char> &RoomToPack(long long count, long long width);
+  ZQMPTBuffer &BufferToUnpack(long long count);
+  ZQMPTArray<unsigned char> &MakeRoomToPack(long long count, long long width);
+  ZQMPTBuffer &CheckBufferToUnpack(long long count);
+
   int GetSendTag(int peer);
   int GetRecvTag(int peer);
   /// The tag of the next message to or from `peer`: -1 for any peer, else GetSendTag/GetRecvTag.
@@ -275,14 +304,73 @@ private:
   BufferMap *receiveBuffers = nullptr;
   int selectedSendBuffer = -1;
   int selectedReceiveBuffer = -1;
-  // The buffers last found under a selection, with the key they were found for: packing and
-  // unpacking value by value then look the map up only when the selection has moved. The
-  // maps' nodes keep their addresses until a map is deleted, which forgets both.
+  // The buffers found under the current selections: packing and unpacking value by value
+  // then look the map up only once per selection. A change of selection forgets its side's
+  // buffer; the maps' nodes keep their addresses until a map is deleted, which forgets both.
   ZQMPTBuffer *foundSendBuffer = nullptr;
-  int foundSendKey = -1;
   ZQMPTBuffer *foundReceiveBuffer = nullptr;
-  int foundReceiveKey = -1;
   long long autoBufferResetThreshold = DefaultAutoBufferResetThreshold;
 };
+
+// ---- Packing and unpacking, inline ------------------------------------------------------
+// The buffer remembered for the selection is taken when it has room and every length fits
+// 32 bits. Anything else goes out of line, where the lookup, the growth and each narrowing
+// check run in order and a failing one ends the job.
+
+template <typename T, typename> inline void ZQMPT::Pack(T *data, long long count) {
+  PackElements(data, count, MPTTypeCodeOf<T>(), static_cast<long long>(sizeof(T)));
+}
+
+inline void ZQMPT::Unpack(void *data, long long count, int datatype) {
+  if (count < 1) {
+    return;
+  }
+  ZQMPTBuffer &buffer = BufferToUnpack(count);
+  ZQMPTArray<unsigned char> &bytes = buffer.GetData();
+  int const size = static_cast<int>(bytes.GetSize());
+  int position = static_cast<int>(buffer.GetUnpackPos());
+  // An overrun is refused by the layer, and its failure status ends the job.
+  Check(WMPI_Unpack(bytes.GetData(), size, &position, data, static_cast<int>(count), datatype, comm));
+  buffer.SetUnpackPos(position);
+  if (position == size) {
+    buffer.AutoDataReset(autoBufferResetThreshold);
+  }
+}
+
+template <typename T, typename> inline void ZQMPT::Unpack(T *data, long long count) {
+  Unpack(data, count, MPTTypeCodeOf<T>());
+}
+
+// 0 .. INT_MAX in one comparison; a negative value, rare here, takes the checked path.
+inline bool ZQMPT::IsCount32(long long value) { return static_cast<unsigned long long>(value) <= INT_MAX; }
+
+inline void ZQMPT::PackElements(void *data, long long count, int datatype, long long width) {
+  if (count < 1) {
+    return;
+  }
+  ZQMPTArray<unsigned char> &bytes = RoomToPack(count, width);
+  int position = static_cast<int>(bytes.GetSize());
+  Check(WMPI_Pack(data, static_cast<int>(count), datatype, bytes.GetData(), static_cast<int>(bytes.GetCapacity()),
+                  &position, comm));
+  bytes.Resize(position);
+}
+
+inline ZQMPTArray<unsigned char> &ZQMPT::RoomToPack(long long count, long long width) {
+  if (foundSendBuffer != nullptr && IsCount32(count)) {
+    ZQMPTArray<unsigned char> &bytes = foundSendBuffer->GetData();
+    if (bytes.GetSize() + width * count <= bytes.GetCapacity() && IsCount32(bytes.GetCapacity())) {
+      return bytes;
+    }
+  }
+  return MakeRoomToPack(count, width);
+}
+
+inline ZQMPTBuffer &ZQMPT::BufferToUnpack(long long count) {
+  if (foundReceiveBuffer != nullptr && IsCount32(count) && IsCount32(foundReceiveBuffer->GetData().GetSize()) &&
+      IsCount32(foundReceiveBuffer->GetUnpackPos())) {
+    return *foundReceiveBuffer;
+  }
+  return CheckBufferToUnpack(count);
+}
 
 } // namespace Velmora::Tessara::ZQ::Core

@@ -40,11 +40,12 @@ public:
   /// Size := n. Beyond the capacity, a new allocation of exactly n elements takes the
   /// first min(size, n) elements and capacity becomes n. A negative n is taken as 0.
   void Resize(long long n) {
-    // Inline, since packing sets the size after every value and rarely grows.
-    if (n > capacity) {
-      Grow(n);
+    // Inline, since packing sets the size after every value and rarely grows. Taken as
+    // unsigned, a negative n fails the one comparison as a growing one does.
+    if (static_cast<unsigned long long>(n) <= static_cast<unsigned long long>(capacity)) {
+      size = n;
     } else {
-      size = n < 0 ? 0 : n;
+      ResizeOutsideCapacity(n);
     }
   }
   /// Capacity and size 0, growth 10, and this array's reference to the storage dropped.
@@ -54,7 +55,7 @@ public:
   void DeepCopy(ZQMPTArray const &other);
 
 private:
-  void Grow(long long n);
+  void ResizeOutsideCapacity(long long n);
   void Share(ZQMPTArray const &other);
 
   long long capacity = 0;

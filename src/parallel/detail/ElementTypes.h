@@ -1,35 +1,12 @@
-// Datatype codes and widths of the element types that ZQMPT moves.
+// Widths of the element types that ZQMPT moves, and the lists of those types.
 #pragma once
 
 #include <zqcore/wmpi.h>
 
 #include "core/detail/Fatal.h"
 
-#include <type_traits>
 
 namespace Velmora::Tessara::ZQ::Core::detail {
-
-/// The datatype code of an element type of the typed messages.
-template <typename T> constexpr int TypeCodeOf() {
-  if constexpr (std::is_same_v<T, char>) {
-    return WMPI_CHAR;
-  } else if constexpr (std::is_same_v<T, wchar_t>) {
-    return WMPI_WCHAR;
-  } else if constexpr (std::is_same_v<T, unsigned char>) {
-    return WMPI_UNSIGNED_CHAR;
-  } else if constexpr (std::is_same_v<T, short>) {
-    return WMPI_SHORT;
-  } else if constexpr (std::is_same_v<T, int>) {
-    return WMPI_INT;
-  } else if constexpr (std::is_same_v<T, long long>) {
-    return WMPI_LONG_LONG;
-  } else if constexpr (std::is_same_v<T, float>) {
-    return WMPI_FLOAT;
-  } else {
-    static_assert(std::is_same_v<T, double>, "not an element type of the typed messages");
-    return WMPI_DOUBLE;
-  }
-}
 
 /// Width in bytes of an element of `datatype`. Raw bytes (code 19) have no width, since
 /// buffer traffic never asks for one; they and unknown codes end the job.
