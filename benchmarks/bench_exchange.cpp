@@ -2,7 +2,8 @@
 // exchange written with raw MPI, on the same data in the same run.
 //
 // Every ordered pair of distinct ranks moves its own byte count, spread evenly from 1 KiB to
-// 1 MiB. Each repetition runs six variants, in rotation:
+// 1 MiB. Each repetition runs six variants, in an order shuffled anew for every repetition
+// (the same on every rank), so that no variant always follows the same one:
 //   full zq    InitReceiveBuffer + NBReceiveBuffers, then per peer InitSendBuffer, Pack and
 //              NBSendBuffer (size and data message); WaitAnyReceiveBuffers and Unpack per
 //              arrival; WaitAllSendBuffers. The receiver does not know the sizes.
@@ -15,8 +16,10 @@
 // The raw variants copy into a send buffer per peer and out of a receive buffer per peer, as
 // Pack and Unpack do, so the ratio measures the protocol and not the packing. Every variant
 // has buffers of its own (a ZQMPT, the context's, or a set of raw vectors), touched once per
-// rotation: shared buffers would stay warmer in cache for the variants that share them. A repetition's
-// time is that of the slowest rank; rank 0 prints best and median per variant and the ratios.
+// repetition: shared buffers would stay warmer in cache for the variants that share them. A
+// repetition's time is that of the slowest rank; rank 0 prints best and median per variant
+// and the ratios. On few cores the ratios of one run spread widely: compare the medians of
+// several runs.
 // Every received byte is checked after every repetition, outside the timing.
 //
 // Built with the project (target bench_exchange). Run it from the build directory, on 4 ranks
@@ -35,6 +38,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <random>
 #include <set>
 #include <vector>
 
@@ -250,8 +254,15 @@ int main(int argc, char **argv) {
     Exchange x(rank, nProcs);
     std::vector<RawBuffers> raws(3, RawBuffers(nProcs));
     ExchangeHandler handler(x);
+    std::vector<Variant *> order;
+    for (Variant &variant : variants) {
+      order.push_back(&variant);
+    }
+    std::mt19937 shuffler(20261123u);
     for (int round = 0; round < WarmUpRounds + repetitions; ++round) {
-      for (Variant &variant : variants) {
+      std::shuffle(order.begin(), order.end(), shuffler);
+      for (Variant *each : order) {
+        Variant &variant = *each;
         x.ClearIncoming(variant.dataOnly);
         MPI_Barrier(MPI_COMM_WORLD);
         double const start = MPI_Wtime();
