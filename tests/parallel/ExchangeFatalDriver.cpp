@@ -26,11 +26,7 @@ int main(int argc, char **argv) {
          WMPI_Status statuses[2];
          mpt.WaitAll(2147483648LL, requests, statuses);
        }},
-      {"send_without_buffers",
-       [] {
-         ZQMPT mpt;
-         mpt.NBSendBuffer(0, false);
-       }},
+      {"send_without_buffers", [] { ZQMPT().NBSendBuffer(0, false); }},
       {"wait_on_unselected_key",
        [] {
          ZQMPT mpt;

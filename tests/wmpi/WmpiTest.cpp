@@ -117,7 +117,7 @@ TEST_F(WmpiOnDup, FailuresComeBackAsStatusesAndTheJobGoesOn) {
   EXPECT_TRUE(zqtest::AllRanks(WMPI_Barrier(comm) == 0 && WMPI_Barrier(WMPI_COMM_WORLD) == 0));
 }
 
-TEST_F(WmpiOnDup, RingWaitsClearFinishedHandlesAndReportEachMessage) {
+TEST_F(WmpiOnDup, RingWaitsClearFinishedHandlesStatusesReportEachMessageAndTagMinusOneIsAnyTag) {
   double outgoing[3] = {rank + 0.5, rank + 1.5, rank + 2.5};
   double incoming[3] = {};
   unsigned long long requests[3] = {WMPI_REQUEST_NULL, WMPI_REQUEST_NULL, WMPI_REQUEST_NULL};
@@ -142,17 +142,13 @@ TEST_F(WmpiOnDup, RingWaitsClearFinishedHandlesAndReportEachMessage) {
   EXPECT_EQ(0, WMPI_Waitany(3, requests, &second, nullptr));
   EXPECT_EQ(1, first + second); // 0 and 1, in either order
   EXPECT_EQ(0, WMPI_Waitany(3, requests, &none, nullptr));
-  EXPECT_EQ(-1, none);
-  EXPECT_EQ(WMPI_REQUEST_NULL, requests[0]);
-  EXPECT_EQ(WMPI_REQUEST_NULL, requests[1]);
-}
+  EXPECT_EQ(-1, none); // so both handles were cleared
 
-TEST_F(WmpiOnDup, TagMinusOneIsSendableAndComesBackAsAnyTag) {
-  int outgoing[2] = {rank, -rank};
-  int incoming[2] = {-9, -9};
+  // Tag -1 is sendable, and it comes back as "any tag".
+  int mine = rank, theirs = -1;
   WMPI_Status status{};
-  EXPECT_EQ(0, WMPI_Sendrecv(outgoing, 2, WMPI_INT, Right(), -1, incoming, 2, WMPI_INT, -1, -1, comm, &status));
-  EXPECT_EQ(Left(), incoming[0]);
+  EXPECT_EQ(0, WMPI_Sendrecv(&mine, 1, WMPI_INT, Right(), -1, &theirs, 1, WMPI_INT, -1, -1, comm, &status));
+  EXPECT_EQ(Left(), theirs);
   EXPECT_EQ(Left(), status.MPI_SOURCE);
   EXPECT_EQ(-1, status.MPI_TAG);
 }
@@ -206,36 +202,7 @@ TEST_F(WmpiOnDup, CollectivesCarryEveryDatatype) {
   EXPECT_TRUE(gathers(static_cast<unsigned char>(0), WMPI_BYTE, 240));
   EXPECT_TRUE(gathers(0LL, WMPI_LONG_LONG, 1LL << 40));
   EXPECT_TRUE(gathers(wchar_t(), WMPI_WCHAR, 0x1F600));
-}
-
-TEST_F(WmpiOnDup, BroadcastAndAlltoallPutBlocksInPlace) {
-  long long fromRoot = rank == size - 1 ? 1LL << 40 : 0;
-  EXPECT_EQ(0, WMPI_Bcast(&fromRoot, 1, WMPI_LONG_LONG, size - 1, comm));
-  EXPECT_EQ(1LL << 40, fromRoot);
-
-  std::vector<int> outgoing(size), incoming(size, -1);
-  for (int peer = 0; peer < size; ++peer) {
-    outgoing[peer] = rank * 100 + peer;
-  }
-  EXPECT_EQ(0, WMPI_Alltoall(outgoing.data(), 1, WMPI_INT, incoming.data(), 1, WMPI_INT, comm));
-  for (int peer = 0; peer < size; ++peer) {
-    EXPECT_EQ(peer * 100 + rank, incoming[peer]);
-  }
-}
-
-TEST_F(WmpiOnDup, AllreduceAppliesEachOperation) {
-  int local[2] = {rank + 1, rank % 2 == 0 ? 1 : 0};
-  int result[2] = {-1, -1};
-  EXPECT_EQ(0, WMPI_Allreduce(local, result, 1, WMPI_INT, WMPI_MAX, comm));
-  EXPECT_EQ(size, result[0]);
-  EXPECT_EQ(0, WMPI_Allreduce(local, result, 1, WMPI_INT, WMPI_MIN, comm));
-  EXPECT_EQ(1, result[0]);
-  EXPECT_EQ(0, WMPI_Allreduce(local, result, 2, WMPI_INT, WMPI_SUM, comm));
-  EXPECT_EQ(size * (size + 1) / 2, result[0]);
-  EXPECT_EQ(0, WMPI_Allreduce(local, result, 2, WMPI_INT, WMPI_LAND, comm));
-  EXPECT_EQ(1, result[0]);
-  EXPECT_EQ(size == 1 ? 1 : 0, result[1]);
-  EXPECT_EQ(0, WMPI_Allreduce(nullptr, nullptr, 0, WMPI_DOUBLE, WMPI_SUM, comm));
+  EXPECT_EQ(0, WMPI_Allreduce(nullptr, nullptr, 0, WMPI_DOUBLE, WMPI_SUM, comm)); // nothing to reduce needs no memory
 }
 
 TEST(WmpiPacking, ElementsRoundTripAndOutOfBoundsRequestsMoveNothing) {
