@@ -1,11 +1,8 @@
-// Files from disk and from memory images, groups, and the report of HDF5's errors.
+// Files from disk, groups, and the report of HDF5's errors.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/containers/ZQArrayNativeType.h>
 #include <zqcore/strings/ZQStringEncoding.h>
-
-#include <fstream>
-#include <iterator>
 
 using namespace Velmora::Tessara::ZQ::Core;
 using namespace zqtest;
@@ -59,30 +56,6 @@ TEST_F(HDF5Files, FailedOpensCreatesAndClosesGiveTheirStatusAndOneMessage) {
   // With a null context the status is the same, and nothing is reported.
   EXPECT_EQ(Util::OpenHDF5File(nullptr, static_cast<char const *>(nullptr), other).GetStatusCode(),
             Code(Status::HDF5OpenFileError));
-}
-
-TEST_F(HDF5Files, AMemoryImageIsAReadOnlyViewAndBadArgumentsAreRefused) {
-  ZQArrayNativeType<int, long long> values;
-  values.Resize(3);
-  values(2) = 6;
-  ASSERT_TRUE(Util::Write(&context, file, values, "v", 0, nullptr, false).OK());
-  ASSERT_TRUE(Util::CloseHDF5File(&context, file).OK());
-  std::ifstream in(path, std::ios::binary);
-  std::vector<char> image((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  std::vector<char> const original = image;
-
-  ASSERT_TRUE(Util::CreateHDF5FileFromBuffer(&context, image.data(), static_cast<long long>(image.size()), file).OK());
-  ZQArrayNativeType<int, long long> back;
-  ASSERT_TRUE(Util::Read(&context, file, back, "v", true, false).OK());
-  EXPECT_EQ(back(2), 6);
-  EXPECT_FALSE(Util::SetAttribute(&context, file, "x", 1).OK());
-  ASSERT_TRUE(Util::CloseHDF5File(&context, file).OK());
-  EXPECT_EQ(image, original);
-
-  // Damaged and truncated images are the robustness tests' part.
-  EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, image.data(), -5, file).OK());
-  EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, nullptr, 100, file).OK());
-  file = -1;
 }
 
 TEST_F(HDF5Files, GroupsAreFoundCreatedReopenedAndRemoved) {

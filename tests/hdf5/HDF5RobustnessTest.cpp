@@ -1,4 +1,4 @@
-// Damaged input fails without a crash, and no operation leaves an HDF5 id open.
+// Memory images, damaged input that fails without a crash, and no HDF5 id left open.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/containers/ZQArrayNativeType.h>
@@ -64,13 +64,23 @@ public:
   std::vector<char> bytes;
 };
 
-TEST_F(HDF5Sample, TruncatedFilesAndImagesFailAtEveryCutPoint) {
+TEST_F(HDF5Sample, AMemoryImageIsAReadOnlyViewAndBadArgumentsAreRefused) {
+  std::vector<char> const original = bytes;
   long long opened = -1;
   ASSERT_TRUE(
       Util::CreateHDF5FileFromBuffer(&context, bytes.data(), static_cast<long long>(bytes.size()), opened).OK());
-  ASSERT_TRUE(ReadAll(opened));
-  Util::CloseHDF5File(&context, opened);
+  EXPECT_TRUE(ReadAll(opened));
+  std::string title;
+  EXPECT_TRUE(Util::GetAttribute(&context, opened, "title", title).OK() && title == "sample") << title;
+  EXPECT_FALSE(Util::SetAttribute(&context, opened, "x", 1).OK());
+  ASSERT_TRUE(Util::CloseHDF5File(&context, opened).OK());
+  EXPECT_EQ(bytes, original);
+  EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, bytes.data(), -5, opened).OK());
+  EXPECT_FALSE(Util::CreateHDF5FileFromBuffer(&context, nullptr, 100, opened).OK());
+}
 
+TEST_F(HDF5Sample, TruncatedFilesAndImagesFailAtEveryCutPoint) {
+  long long opened = -1;
   std::string const cutPath = path + ".cut";
   for (size_t cut = 0; cut < bytes.size(); cut += cut < 64 ? 1 : bytes.size() / 97 + 1) {
     std::vector<char> image(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(cut));
