@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -54,23 +55,23 @@ std::string Hex(std::uint32_t const *h) {
   return text;
 }
 
-// The two-block padding of a message that leaves 55 bytes pending: 0x80, zeros up to byte
-// 119 of the two blocks, the bit length in bytes 120 to 127.
-std::string TwoBlockPaddedDigest(Bytes const &message) {
-  std::uint32_t h[5] = {0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
+// The digest of `message` from state `h`, its tail padded over `tailBlocks` blocks: 0x80,
+// zeros, the bit length in the last eight bytes.
+std::string PaddedDigest(std::array<std::uint32_t, 5> h, Bytes const &message, std::size_t tailBlocks) {
   std::size_t const whole = message.size() / 64 * 64;
   for (std::size_t i = 0; i < whole; i += 64) {
-    ReferenceBlock(h, message.data() + i);
+    ReferenceBlock(h.data(), message.data() + i);
   }
-  unsigned char tail[128] = {};
-  std::memcpy(tail, message.data() + whole, message.size() - whole);
+  Bytes tail(64 * tailBlocks);
+  std::copy(message.begin() + static_cast<std::ptrdiff_t>(whole), message.end(), tail.begin());
   tail[message.size() - whole] = 0x80;
-  for (int i = 0; i < 8; ++i) {
-    tail[127 - i] = static_cast<unsigned char>((std::uint64_t(message.size()) * 8) >> (8 * i));
+  for (std::size_t i = 0; i < 8; ++i) {
+    tail[tail.size() - 1 - i] = static_cast<unsigned char>((std::uint64_t(message.size()) * 8) >> (8 * i));
   }
-  ReferenceBlock(h, tail);
-  ReferenceBlock(h, tail + 64);
-  return Hex(h);
+  for (std::size_t block = 0; block < tailBlocks; ++block) {
+    ReferenceBlock(h.data(), tail.data() + 64 * block);
+  }
+  return Hex(h.data());
 }
 
 std::string DigestOf(Bytes const &bytes) {
@@ -93,7 +94,9 @@ TEST(SHA1Digest, EveryLengthUpTo300MatchesSha1sumExceptThe55PendingPadding) {
     Bytes const message(data.begin(), data.begin() + n);
     if (n % 64 == 55) {
       EXPECT_NE(DigestOf(message), expected[n]) << "length " << n;
-      EXPECT_EQ(DigestOf(message), TwoBlockPaddedDigest(message)) << "length " << n;
+      EXPECT_EQ(DigestOf(message),
+                PaddedDigest({0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0}, message, 2))
+          << "length " << n;
     } else {
       EXPECT_EQ(DigestOf(message), expected[n]) << "length " << n;
     }
@@ -189,11 +192,8 @@ TEST(SHA1Digest, MissingFilesAndStreams) {
   file = std::fopen(name.c_str(), "ab");
   ASSERT_NE(file, nullptr);
   ZQSHA1 const failed(file);
-  std::uint32_t zeroState[5] = {};
-  unsigned char padding[64] = {0x80};
-  ReferenceBlock(zeroState, padding);
   EXPECT_TRUE(failed.IsInitialized());
-  EXPECT_EQ(failed.ToString(nullptr), Hex(zeroState).c_str());
+  EXPECT_EQ(failed.ToString(nullptr), PaddedDigest({}, {}, 1).c_str());
   ZQSHA1 updated(data.data(), 64);
   updated.Update(file);
   EXPECT_FALSE(updated.IsInitialized());
