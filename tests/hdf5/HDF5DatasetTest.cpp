@@ -1,10 +1,14 @@
-// Datasets: numeric and string arrays, capacities, chunks, hyperslabs and maps, also read raw.
+// Attributes and datasets: numbers, texts, string arrays, capacities, chunks, hyperslabs and
+// maps, each also read raw.
 #include "HDF5TestSupport.h"
 
 #include <zqcore/containers/ZQArrayNativeType.h>
 #include <zqcore/containers/ZQArrayObjectType.h>
 #include <zqcore/containers/ZQMapObjectTypes.h>
 #include <zqcore/strings/ZQString.h>
+
+#include <cstring>
+#include <type_traits>
 
 using namespace Velmora::Tessara::ZQ::Core;
 using namespace zqtest;
@@ -15,6 +19,7 @@ namespace {
 using Strings = ZQArrayObjectType<ZQString, long long>;
 using StringMap = ZQMapObjectTypes<ZQString, ZQString>;
 using HDF5Datasets = HDF5Test;
+using HDF5Attributes = HDF5Test;
 
 /// An array of the given extents whose element at flat position i is `start` + i.
 template <typename T> ZQArrayNativeType<T, long long> Filled(std::vector<long long> const &extents, T start) {
@@ -28,35 +33,76 @@ template <typename T> ZQArrayNativeType<T, long long> Filled(std::vector<long lo
   return array;
 }
 
-template <typename T> void ExpectEveryRankRoundTrips(HDF5Datasets &test, hid_t fileType, hid_t memoryType, T start) {
+// Raw form of a numeric attribute: a simple rank-1 dataspace of `count`, the file type.
+void ExpectNumericForm(hid_t object, char const *name, hid_t fileType, hssize_t count) {
+  hid_t const attribute = H5Aopen(object, name, H5P_DEFAULT);
+  hid_t const space = H5Aget_space(attribute);
+  hid_t const type = H5Aget_type(attribute);
+  EXPECT_EQ(H5Sget_simple_extent_type(space), H5S_SIMPLE) << name;
+  EXPECT_EQ(H5Sget_simple_extent_ndims(space), 1) << name;
+  EXPECT_EQ(H5Sget_simple_extent_npoints(space), count) << name;
+  EXPECT_GT(H5Tequal(type, fileType), 0) << name;
+  H5Tclose(type);
+  H5Sclose(space);
+  H5Aclose(attribute);
+}
+
+// Datasets of ranks 1 to 3 counting up from `a`, and attributes of `a` and {a, b}, in the
+// given file type; attributes have no form for bytes.
+template <typename T> void ExpectRoundTrips(HDF5Test &test, hid_t fileType, hid_t memoryType, T a, T b) {
+  ZQContext &context = test.context;
   for (std::vector<long long> const &extents : {std::vector<long long>{7}, {4, 3}, {2, 3, 5}}) {
     std::string const name = "rank" + std::to_string(extents.size()) + "_" + std::to_string(fileType);
-    auto const array = Filled<T>(extents, start);
-    ASSERT_TRUE(Util::Write(&test.context, test.file, array, name.c_str(), 0, nullptr, false).OK()) << name;
+    auto const array = Filled<T>(extents, a);
+    std::vector<T> const values(array.GetData(), array.GetData() + array.Size());
+    ASSERT_TRUE(Util::Write(&context, test.file, array, name.c_str(), 0, nullptr, false).OK()) << name;
     RawDataset const raw = Inspect(test.file, name.c_str(), fileType);
     EXPECT_EQ(raw.dims, std::vector<hsize_t>(extents.begin(), extents.end())) << name;
     EXPECT_TRUE(raw.typeMatches) << name;
     EXPECT_EQ(raw.layout, H5D_CONTIGUOUS) << name;
-    EXPECT_EQ(RawRead<T>(test.file, name.c_str(), memoryType),
-              std::vector<T>(array.GetData(), array.GetData() + array.Size()))
-        << name;
+    EXPECT_EQ(RawRead<T>(test.file, name.c_str(), memoryType), values) << name;
     ZQArrayNativeType<T, long long> back;
     std::wstring const wideName(name.begin(), name.end());
-    ASSERT_TRUE(Util::Read(&test.context, test.file, back, wideName.c_str(), true, false).OK()) << name;
+    ASSERT_TRUE(Util::Read(&context, test.file, back, wideName.c_str(), true, false).OK()) << name;
     ASSERT_EQ(back.GetRank(), static_cast<long long>(extents.size()));
     EXPECT_EQ(back.GetSize(back.GetRank() - 1), extents.back());
-    EXPECT_EQ(std::vector<T>(back.GetData(), back.GetData() + back.Size()),
-              std::vector<T>(array.GetData(), array.GetData() + array.Size()));
+    EXPECT_EQ(std::vector<T>(back.GetData(), back.GetData() + back.Size()), values);
+  }
+  if constexpr (!std::is_same_v<T, unsigned char>) {
+    T const pair[] = {a, b};
+    ASSERT_TRUE(Util::SetAttribute(&context, test.file, "one", a).OK());
+    ASSERT_TRUE(Util::SetAttribute(&context, test.file, L"two", pair, 2).OK());
+    ExpectNumericForm(test.file, "one", fileType, 1);
+    ExpectNumericForm(test.file, "two", fileType, 2);
+    T single{};
+    T two[2] = {};
+    ASSERT_TRUE(Util::GetAttribute(&context, test.file, L"one", single).OK());
+    ASSERT_TRUE(Util::GetAttribute(&context, test.file, "two", two, 2).OK());
+    EXPECT_EQ(single, a);
+    EXPECT_EQ(two[1], b);
+    EXPECT_EQ(test.Messages(), 0);
+    // No partial reads in either direction, and no reading into nothing.
+    EXPECT_EQ(Util::GetAttribute(&context, test.file, "two", single).GetStatusCode(),
+              Code(Status::HDF5GetAttributeError));
+    EXPECT_EQ(test.Last(), "size of attribute dataspace does not match expected size");
+    EXPECT_FALSE(Util::GetAttribute(&context, test.file, "one", two, 2).OK());
+    EXPECT_FALSE(Util::GetAttribute(&context, test.file, "two", static_cast<T *>(nullptr), 2).OK());
+    EXPECT_EQ(test.Last(), "zero pointer given");
+    context.GetErrorStack().Clear();
   }
 }
 
-TEST_F(HDF5Datasets, EveryElementTypeAndRankRoundTripsAsAnOrdinaryDataset) {
-  ExpectEveryRankRoundTrips<unsigned char>(*this, H5T_STD_U8LE, H5T_NATIVE_UCHAR, 200);
-  ExpectEveryRankRoundTrips<int>(*this, H5T_STD_I32LE, H5T_NATIVE_INT, -2000000000);
-  ExpectEveryRankRoundTrips<long long>(*this, H5T_STD_I64LE, H5T_NATIVE_LLONG, 1LL << 50);
-  ExpectEveryRankRoundTrips<float>(*this, H5T_IEEE_F32LE, H5T_NATIVE_FLOAT, -3.25f);
-  ExpectEveryRankRoundTrips<double>(*this, H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, 1.0e-300);
-  EXPECT_EQ(Messages(), 0);
+TEST_F(HDF5Datasets, EveryNumericTypeRoundTripsAsDatasetsOfEveryRankAndAsRankOneAttributes) {
+  ExpectRoundTrips<unsigned char>(*this, H5T_STD_U8LE, H5T_NATIVE_UCHAR, 200, 0);
+  ExpectRoundTrips<int>(*this, H5T_STD_I32LE, H5T_NATIVE_INT, -2000000000, 17);
+  ExpectRoundTrips<long long>(*this, H5T_STD_I64LE, H5T_NATIVE_LLONG, -(1LL << 62), 1LL << 40);
+  ExpectRoundTrips<float>(*this, H5T_IEEE_F32LE, H5T_NATIVE_FLOAT, -3.25f, 1.0e-30f);
+  ExpectRoundTrips<double>(*this, H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, 1.0e-300, -1.0e300);
+  // Zero elements need no buffer; a negative count is refused.
+  ASSERT_TRUE(Util::SetAttribute(&context, file, "none", static_cast<double const *>(nullptr), 0).OK());
+  ExpectNumericForm(file, "none", H5T_IEEE_F64LE, 0);
+  EXPECT_TRUE(Util::GetAttribute(&context, file, "none", static_cast<double *>(nullptr), 0).OK());
+  EXPECT_FALSE(Util::SetAttribute(&context, file, "negative", static_cast<int const *>(nullptr), -1).OK());
 }
 
 TEST_F(HDF5Datasets, HyperslabsMoveBlocksInPlaceAndRefuseBlocksOutside) {
@@ -262,6 +308,70 @@ TEST_F(HDF5Datasets, MapsAreRowsOfKeyAndValueAndRefuseOtherShapesAndRepeatedKeys
   ASSERT_TRUE(Util::Write(&context, file, threeColumns, "three", false).OK());
   EXPECT_EQ(Util::Read(&context, file, back, "three", true).GetStatusCode(), Code(Status::HDF5ReadError));
   EXPECT_EQ(Last(), "error in shape of array");
+}
+
+TEST_F(HDF5Attributes, TextsAreScalarFixedStringsOfExactlyTheirUTF8Bytes) {
+  char const *text = "Z\xC3\xBCrich \xE2\x82\xAC";
+  ASSERT_TRUE(Util::SetAttribute(&context, file, "city", text).OK());
+  hid_t const attribute = H5Aopen(file, "city", H5P_DEFAULT);
+  hid_t const space = H5Aget_space(attribute);
+  hid_t const type = H5Aget_type(attribute);
+  EXPECT_EQ(H5Sget_simple_extent_type(space), H5S_SCALAR);
+  EXPECT_EQ(H5Tis_variable_str(type), 0);
+  EXPECT_EQ(H5Tget_size(type), std::strlen(text));
+  std::string raw(std::strlen(text), '\0');
+  H5Aread(attribute, type, raw.data());
+  EXPECT_EQ(raw, text);
+  H5Tclose(type);
+  H5Sclose(space);
+  H5Aclose(attribute);
+
+  std::string narrow;
+  ZQString string;
+  std::wstring wide;
+  ASSERT_TRUE(Util::GetAttribute(&context, file, "city", narrow).OK());
+  ASSERT_TRUE(Util::GetAttribute(&context, file, L"city", string).OK());
+  ASSERT_TRUE(Util::GetAttribute(&context, file, "city", wide).OK());
+  EXPECT_EQ(narrow, text);
+  EXPECT_EQ(string, text);
+  EXPECT_EQ(wide, L"Z\u00FCrich \u20AC");
+  // Every text form stores the same bytes.
+  for (auto set : {+[](ZQContext *c, long long f) { return Util::SetAttribute(c, f, L"t", std::wstring(L"\u00E9")); },
+                   +[](ZQContext *c, long long f) { return Util::SetAttribute(c, f, "t", ZQString("\xC3\xA9")); },
+                   +[](ZQContext *c, long long f) { return Util::SetAttribute(c, f, "t", std::string("\xC3\xA9")); }}) {
+    narrow.clear();
+    ASSERT_TRUE(set(&context, file).OK());
+    ASSERT_TRUE(Util::GetAttribute(&context, file, "t", narrow).OK());
+    EXPECT_EQ(narrow, "\xC3\xA9");
+  }
+  // No empty text can be stored; the old value stays.
+  long long const before = Messages();
+  EXPECT_EQ(Util::SetAttribute(&context, file, "t", "").GetStatusCode(), Code(Status::HDF5SetAttributeError));
+  EXPECT_TRUE(OneHDF5Message(context, before));
+  ASSERT_TRUE(Util::GetAttribute(&context, file, "t", narrow).OK());
+  EXPECT_EQ(narrow, "\xC3\xA9");
+}
+
+TEST_F(HDF5Attributes, TheShapeDecidesWhatReadsAndASetReplacesAnyType) {
+  ASSERT_TRUE(Util::SetAttribute(&context, file, "v", 5).OK());
+  std::string text;
+  EXPECT_EQ(Util::GetAttribute(&context, file, "v", text).GetStatusCode(), Code(Status::HDF5GetAttributeError));
+  EXPECT_EQ(Last(), "rank != 0 for string attribute");
+  ASSERT_TRUE(Util::SetAttribute(&context, file, "v", "now text").OK());
+  int number = 0;
+  EXPECT_EQ(Util::GetAttribute(&context, file, "v", number).GetStatusCode(), Code(Status::HDF5GetAttributeError));
+  EXPECT_EQ(Last(), "size of attribute dataspace does not match expected size");
+  ASSERT_TRUE(Util::GetAttribute(&context, file, "v", text).OK());
+  EXPECT_EQ(text, "now text");
+
+  // Missing: absent to a question, a reported failure to a read.
+  bool exists = true;
+  EXPECT_TRUE(Util::HasAttribute(&context, file, "missing", exists).OK());
+  EXPECT_FALSE(exists);
+  EXPECT_TRUE(Util::HasAttribute(&context, -1, L"missing", exists).OK());
+  long long const before = Messages();
+  EXPECT_EQ(Util::GetAttribute(&context, file, "missing", number).GetStatusCode(), Code(Status::HDF5GetAttributeError));
+  EXPECT_TRUE(OneHDF5Message(context, before));
 }
 
 } // namespace

@@ -6,17 +6,11 @@
 #include <zqcore/hdf5/ZQHDF5Util.h>
 #include <zqcore/strings/ZQString.h>
 
-#include <cstdio>
-
 using namespace Velmora::Tessara::ZQ::Core;
 
 int main(int argc, char **argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: %s <file>\n", argv[0]);
-    return 2;
-  }
   long long file = -1;
-  if (!ZQHDF5Util::CreateHDF5File(nullptr, argv[1], file).OK()) {
+  if (argc != 2 || !ZQHDF5Util::CreateHDF5File(nullptr, argv[1], file).OK()) {
     return 1;
   }
   ZQArrayNativeType<long long, long long> values;

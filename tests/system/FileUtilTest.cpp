@@ -47,7 +47,8 @@ protected:
   ZQContext context;
   zqtest::ScratchDirectory dir;
   std::vector<unsigned char> const content = zqtest::PseudoRandomBytes(1500, 21);
-  std::string const file = dir / "data.bin";
+  // Wide names of the file reach the system as UTF-8.
+  std::string const file = dir / "d\xC3\xA4ta.bin";
 };
 
 } // namespace
@@ -99,12 +100,10 @@ TEST_F(FileUtilFiles, ExistenceAndSizeByEitherNameAndStreamAndTheirFailures) {
   EXPECT_TRUE(ZQFileUtil::IsExistent(&context, Wide(file).c_str()));
   EXPECT_FALSE(ZQFileUtil::IsExistent(&context, (dir / "missing").c_str()));
   EXPECT_FALSE(ZQFileUtil::IsExistent(&context, static_cast<char const *>(nullptr)));
-  // A wide name reaches the system as UTF-8.
-  std::string const accented = dir / "\xC3\xA9t\xC3\xA9";
-  zqtest::WriteFile(accented, {1, 2, 3});
   long long size = -1;
-  EXPECT_TRUE(ZQFileUtil::GetSize(&context, Wide(accented).c_str(), size, true));
-  EXPECT_EQ(size, 3);
+  EXPECT_TRUE(ZQFileUtil::GetSize(&context, Wide(file).c_str(), size, true));
+  EXPECT_EQ(size, 1500);
+  size = -1;
   EXPECT_TRUE(ZQFileUtil::GetSize(&context, file.c_str(), size, true));
   EXPECT_EQ(size, 1500);
   std::FILE *stream = std::fopen(file.c_str(), "rb");

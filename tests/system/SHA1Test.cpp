@@ -1,6 +1,9 @@
-// SHA-1 digests against the sha1sum tool and a plain reference of the compression function.
+// SHA-1 digests against the sha1sum tool and a plain reference of the compression function,
+// and the public digest.
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/core/ZQErrorStack.h>
+#include <zqcore/public/SHA1.h>
+#include <zqcore/public/String.h>
 #include <zqcore/strings/ZQString.h>
 #include <zqcore/strings/ZQStringEncoding.h>
 #include <zqcore/system/ZQSHA1.h>
@@ -10,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -51,23 +55,23 @@ std::string Hex(std::uint32_t const *h) {
   return text;
 }
 
-// The two-block padding of a message that leaves 55 bytes pending: 0x80, zeros up to byte
-// 119 of the two blocks, the bit length in bytes 120 to 127.
-std::string TwoBlockPaddedDigest(Bytes const &message) {
-  std::uint32_t h[5] = {0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
+// The digest of `message` from state `h`, its tail padded over `tailBlocks` blocks: 0x80,
+// zeros, the bit length in the last eight bytes.
+std::string PaddedDigest(std::array<std::uint32_t, 5> h, Bytes const &message, std::size_t tailBlocks) {
   std::size_t const whole = message.size() / 64 * 64;
   for (std::size_t i = 0; i < whole; i += 64) {
-    ReferenceBlock(h, message.data() + i);
+    ReferenceBlock(h.data(), message.data() + i);
   }
-  unsigned char tail[128] = {};
-  std::memcpy(tail, message.data() + whole, message.size() - whole);
+  Bytes tail(64 * tailBlocks);
+  std::copy(message.begin() + static_cast<std::ptrdiff_t>(whole), message.end(), tail.begin());
   tail[message.size() - whole] = 0x80;
-  for (int i = 0; i < 8; ++i) {
-    tail[127 - i] = static_cast<unsigned char>((std::uint64_t(message.size()) * 8) >> (8 * i));
+  for (std::size_t i = 0; i < 8; ++i) {
+    tail[tail.size() - 1 - i] = static_cast<unsigned char>((std::uint64_t(message.size()) * 8) >> (8 * i));
   }
-  ReferenceBlock(h, tail);
-  ReferenceBlock(h, tail + 64);
-  return Hex(h);
+  for (std::size_t block = 0; block < tailBlocks; ++block) {
+    ReferenceBlock(h.data(), tail.data() + 64 * block);
+  }
+  return Hex(h.data());
 }
 
 std::string DigestOf(Bytes const &bytes) {
@@ -90,22 +94,27 @@ TEST(SHA1Digest, EveryLengthUpTo300MatchesSha1sumExceptThe55PendingPadding) {
     Bytes const message(data.begin(), data.begin() + n);
     if (n % 64 == 55) {
       EXPECT_NE(DigestOf(message), expected[n]) << "length " << n;
-      EXPECT_EQ(DigestOf(message), TwoBlockPaddedDigest(message)) << "length " << n;
+      EXPECT_EQ(DigestOf(message),
+                PaddedDigest({0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0}, message, 2))
+          << "length " << n;
     } else {
       EXPECT_EQ(DigestOf(message), expected[n]) << "length " << n;
     }
   }
 }
 
-TEST(SHA1Digest, LargeBuffersAndFilesMatchSha1sum) {
+TEST(SHA1Digest, LargeBuffersAndFilesByEitherNameMatchSha1sum) {
   zqtest::ScratchDirectory dir;
+  std::string const name = dir / "caf\xC3\xA9.bin";
+  std::wstring wideName;
+  ASSERT_TRUE(ZQStringEncoding::UTF8ToWide(nullptr, name.c_str(), wideName));
   for (std::size_t const size : {std::size_t(1) << 20, (std::size_t(1) << 24) + 13, std::size_t(3000017)}) {
     Bytes const data = zqtest::PseudoRandomBytes(size, static_cast<unsigned>(size));
-    std::string const name = dir / "large";
     zqtest::WriteFile(name, data);
     std::string const expected = zqtest::Sha1sumOf({name}).at(0);
     EXPECT_EQ(DigestOf(data), expected) << size;
     EXPECT_EQ(ZQSHA1(nullptr, name.c_str()).ToString(nullptr), expected.c_str()) << size;
+    EXPECT_EQ(ZQSHA1(nullptr, wideName.c_str()).ToString(nullptr), expected.c_str()) << size;
   }
 }
 
@@ -160,24 +169,16 @@ TEST(SHA1Digest, PiecewiseUpdatesCopiesAndResets) {
   EXPECT_STREQ(text, "da39a3ee5e6b4b0d3255bfef95601890afd80709");
 }
 
-TEST(SHA1Digest, FilesByEitherNameMissingFilesAndStreams) {
+TEST(SHA1Digest, MissingFilesAndStreams) {
   ZQContext context;
   zqtest::ScratchDirectory dir;
-  std::string const name = dir / "caf\xC3\xA9.bin";
-  zqtest::WriteFile(name, zqtest::PseudoRandomBytes(5000, 9));
-  std::string const expected = zqtest::Sha1sumOf({name}).at(0);
-  std::wstring wideName;
-  ASSERT_TRUE(ZQStringEncoding::UTF8ToWide(nullptr, name.c_str(), wideName));
-  EXPECT_EQ(ZQSHA1(&context, name.c_str()).ToString(nullptr), expected.c_str());
-  EXPECT_EQ(ZQSHA1(&context, wideName.c_str()).ToString(nullptr), expected.c_str());
-
-  context.GetErrorStack().Clear();
   ZQSHA1 const missing(&context, (dir / "missing").c_str());
   EXPECT_FALSE(missing.IsInitialized());
   EXPECT_EQ(missing.ToString(nullptr), ZeroText);
   EXPECT_EQ(context.GetErrorStack().GetLastMsg(), std::strerror(ENOENT));
 
   // Streams are read from the descriptor offset.
+  std::string const name = dir / "file";
   Bytes const data = zqtest::PseudoRandomBytes(3000, 13);
   zqtest::WriteFile(name, data);
   std::FILE *file = std::fopen(name.c_str(), "rb");
@@ -191,13 +192,39 @@ TEST(SHA1Digest, FilesByEitherNameMissingFilesAndStreams) {
   file = std::fopen(name.c_str(), "ab");
   ASSERT_NE(file, nullptr);
   ZQSHA1 const failed(file);
-  std::uint32_t zeroState[5] = {};
-  unsigned char padding[64] = {0x80};
-  ReferenceBlock(zeroState, padding);
   EXPECT_TRUE(failed.IsInitialized());
-  EXPECT_EQ(failed.ToString(nullptr), Hex(zeroState).c_str());
+  EXPECT_EQ(failed.ToString(nullptr), PaddedDigest({}, {}, 1).c_str());
   ZQSHA1 updated(data.data(), 64);
   updated.Update(file);
   EXPECT_FALSE(updated.IsInitialized());
   std::fclose(file);
+}
+
+// The public digest: file names in their three forms, streams, and independent copies.
+TEST(PublicSHA1, NamesStreamsBytesAndCopies) {
+  zqtest::ScratchDirectory dir;
+  std::vector<unsigned char> const data = zqtest::PseudoRandomBytes(777, 17);
+  std::string const name = dir / "file";
+  zqtest::WriteFile(name, data);
+  std::string const expected = zqtest::Sha1sumOf({name}).at(0);
+  std::wstring wideName;
+  ASSERT_TRUE(ZQStringEncoding::UTF8ToWide(nullptr, name.c_str(), wideName));
+  std::FILE *stream = std::fopen(name.c_str(), "rb");
+  ASSERT_NE(stream, nullptr);
+  for (SHA1 const &digest : {SHA1(name.c_str()), SHA1(String(name.c_str())), SHA1(wideName.c_str()), SHA1(stream),
+                             SHA1(data.data(), static_cast<long long>(data.size()))}) {
+    EXPECT_EQ(digest.ToString().c_str(), expected);
+  }
+  std::fclose(stream);
+  EXPECT_FALSE(SHA1((dir / "missing").c_str()).IsInitialized());
+
+  SHA1 source;
+  source.Initialize();
+  source.Update(data.data(), 128);
+  SHA1 copy(source);
+  source.Update(data.data() + 128, 649);
+  source.Finalize();
+  copy.Finalize();
+  EXPECT_EQ(source.ToString().c_str(), expected);
+  EXPECT_STREQ(copy.ToString().c_str(), SHA1(data.data(), 128).ToString().c_str());
 }

@@ -1,8 +1,10 @@
-// Progress scaling, alignment and time texts, processors, timers, floating-point controls.
+// Progress scaling, alignment and time texts, processors, timers, floating-point controls,
+// process id and environment look-ups.
 #include <zqcore/core/ZQResult.h>
 #include <zqcore/public/Math.h>
 #include <zqcore/public/String.h>
 #include <zqcore/strings/ZQString.h>
+#include <zqcore/system/ZQOSUtil.h>
 #include <zqcore/system/ZQSysUtil.h>
 #include <zqcore/system/ZQTimer.h>
 #include <zqcore/system/ZQUtil.h>
@@ -12,9 +14,11 @@
 #include <chrono>
 #include <climits>
 #include <cmath>
+#include <cstdlib>
 #include <regex>
 #include <string>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -121,23 +125,43 @@ TEST(Timers, ElapsedTimeRisesAndStartsAgainOnReset) {
 TEST(FloatingPointControls, NameTheFlagsOfTheCurrentState) {
   unsigned const saved = _mm_getcsr();
   String text("old");
-  Math::GetFloatingPointControls(text);
-  EXPECT_EQ(text, "_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT");
-  // Flush to zero, divide-by-zero unmasked, rounding toward zero.
-  _mm_setcsr((0x1F80u & ~0x200u) | 0x8000u | 0x6000u);
-  Math::GetFloatingPointControls(text);
-  std::string const towardZero = text.c_str();
-  _mm_setcsr(0x1F80u | 0x40u | 0x2000u);
-  Math::GetFloatingPointControls(text);
-  std::string const down = text.c_str();
-  _mm_setcsr(0x4000u);
-  Math::GetFloatingPointControls(text);
-  std::string const up = text.c_str();
-  _mm_setcsr(saved);
-  EXPECT_EQ(towardZero, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT|_MCW_RC|_RC_CHOP|"
-                        "_RC_UP|_RC_DOWN");
-  EXPECT_EQ(down, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT|_MCW_RC|"
-                  "_RC_CHOP|_RC_DOWN");
-  EXPECT_EQ(up, "_MCW_RC|_RC_CHOP|_RC_UP");
+  // Every exception masked; flush to zero, divide-by-zero unmasked, toward zero; denormals
+  // as zero, which is named as a flush too, and down; only the round-up bit.
+  for (auto const &[csr, expected] : std::vector<std::pair<unsigned, char const *>>{
+           {0x1F80u, "_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|_EM_INEXACT"},
+           {(0x1F80u & ~0x200u) | 0x8000u | 0x6000u, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_OVERFLOW|_EM_UNDERFLOW|_"
+                                                     "EM_INEXACT|_MCW_RC|_RC_CHOP|_RC_UP|_RC_DOWN"},
+           {0x1F80u | 0x40u | 0x2000u, "_DN_FLUSH|_EM_INVALID|_EM_DENORMAL|_EM_ZERODIVIDE|_EM_OVERFLOW|_EM_UNDERFLOW|"
+                                       "_EM_INEXACT|_MCW_RC|_RC_CHOP|_RC_DOWN"},
+           {0x4000u, "_MCW_RC|_RC_CHOP|_RC_UP"}}) {
+    _mm_setcsr(csr);
+    Math::GetFloatingPointControls(text);
+    _mm_setcsr(saved);
+    EXPECT_EQ(text, expected) << std::hex << csr;
+  }
 }
 #endif
+
+TEST(OSUtil, GetPIDIsThisProcess) { EXPECT_EQ(ZQOSUtil::GetPID(), static_cast<int>(getpid())); }
+
+TEST(OSUtil, GetEnvTellsSetFromUnsetAndClearsTheValue) {
+  setenv("ZQT_SET", "v\xC3\xA9", 1);
+  setenv("ZQT_EMPTY", "", 1);
+  unsetenv("ZQT_UNSET");
+  ZQString value("stale");
+  EXPECT_TRUE(ZQOSUtil::GetEnv(nullptr, "ZQT_SET", value));
+  EXPECT_EQ(value, "v\xC3\xA9");
+  EXPECT_TRUE(ZQOSUtil::GetEnv(nullptr, L"ZQT_SET", value));
+  EXPECT_EQ(value, "v\xC3\xA9");
+  EXPECT_TRUE(ZQOSUtil::GetEnv(nullptr, "ZQT_EMPTY", value));
+  EXPECT_TRUE(value.IsEmpty());
+  value = "stale";
+  EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, "ZQT_UNSET", value));
+  EXPECT_TRUE(value.IsEmpty());
+  value = "stale";
+  EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, static_cast<char const *>(nullptr), value));
+  EXPECT_TRUE(value.IsEmpty());
+  EXPECT_FALSE(ZQOSUtil::GetEnv(nullptr, static_cast<wchar_t const *>(nullptr), value));
+  unsetenv("ZQT_SET");
+  unsetenv("ZQT_EMPTY");
+}
