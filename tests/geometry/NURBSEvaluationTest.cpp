@@ -12,7 +12,6 @@
 #include <string>
 
 using namespace Velmora::Tessara::ZQ::Core;
-using namespace splineref;
 
 namespace {
 
@@ -34,13 +33,10 @@ bool Same(Point const *a, Point const *b, int count) {
 }
 
 // Exact values are met to 1e-12, relative to the largest value of all the outputs.
-void ExpectPointNear(Point const &got, double const *expected, double const (*all)[3], int count,
-                     std::string const &what) {
+void ExpectPointNear(Point const &got, double const *expected, double const *all, int count, std::string const &what) {
   double scale = 1.0;
-  for (int k = 0; k < count; ++k) {
-    for (int c = 0; c < 3; ++c) {
-      scale = std::max(scale, std::fabs(all[k][c]));
-    }
+  for (int i = 0; i < 3 * count; ++i) {
+    scale = std::max(scale, std::fabs(all[i]));
   }
   for (int c = 0; c < 3; ++c) {
     EXPECT_NEAR(got.xyz[c], expected[c], 1e-12 * scale) << what << ", component " << c;
@@ -51,22 +47,24 @@ void ExpectPointNear(Point const &got, double const *expected, double const (*al
 // derivative alone, and all three.
 TEST(CurveEvaluation, EveryPathMatchesExactValues) {
   ZQNURBSCurveEvaluation evaluation;
-  for (CurveCase const &c : kCurveCases) {
-    for (int i = 0; i < c.referenceCount; ++i) {
-      CurveReference const &r = c.references[i];
-      std::string const at = std::string(c.name) + " at u = " + std::to_string(r.u);
+  for (char const *name :
+       {"Cubic", "CubicRational", "Unclamped", "LinearRational", "Constant", "HighDegree", "HighDegreeRational"}) {
+    splineref::Curve const c = splineref::GetCurve(name);
+    for (splineref::Row const &r : c.values) {
+      std::string const at = std::string(name) + " at u = " + std::to_string(r[0]);
+      double const *expected = &r[1]; // the point, then its two derivatives
       auto evaluate = [&](Point *p, Point *d1, Point *d2) {
-        evaluation.Evaluate(c.knotCount, c.degree, c.knots, c.points, c.rational, r.u, p ? p->xyz : nullptr,
-                            d1 ? d1->xyz : nullptr, d2 ? d2->xyz : nullptr);
+        evaluation.Evaluate(c.KnotCount(), c.degree, c.knots.data(), c.points.data(), c.rational, r[0],
+                            p ? p->xyz : nullptr, d1 ? d1->xyz : nullptr, d2 ? d2->xyz : nullptr);
       };
       Point value, first, all[3];
       evaluate(&value, nullptr, nullptr);
-      ExpectPointNear(value, r.derivatives[0], r.derivatives, 3, "value path, " + at);
+      ExpectPointNear(value, expected, expected, 3, "value path, " + at);
       evaluate(nullptr, &first, nullptr);
-      ExpectPointNear(first, r.derivatives[1], r.derivatives, 3, "first derivative alone, " + at);
+      ExpectPointNear(first, expected + 3, expected, 3, "first derivative alone, " + at);
       evaluate(&all[0], &all[1], &all[2]);
       for (int k = 0; k < 3; ++k) {
-        ExpectPointNear(all[k], r.derivatives[k], r.derivatives, 3, "order " + std::to_string(k) + ", " + at);
+        ExpectPointNear(all[k], expected + 3 * k, expected, 3, "order " + std::to_string(k) + ", " + at);
       }
     }
   }
@@ -74,11 +72,14 @@ TEST(CurveEvaluation, EveryPathMatchesExactValues) {
 
 TEST(CurveEvaluation, PolynomialDerivativesAboveTheDegreeAreExactZeros) {
   ZQNURBSCurveEvaluation evaluation;
+  double const *points = splineref::GetCurve("Constant").points.data();
   Point point, first, second;
-  evaluation.Evaluate(5, 1, kLinearKnots, kConstantPoints, false, 0.3, point.xyz, first.xyz, second.xyz);
+  evaluation.Evaluate(5, 1, splineref::GetCurve("LinearRational").knots.data(), points, false, 0.3, point.xyz,
+                      first.xyz, second.xyz);
   EXPECT_TRUE(second.Zero());
   EXPECT_FALSE(first.Zero());
-  evaluation.Evaluate(4, 0, kConstantKnots, kConstantPoints, false, 1.5, point.xyz, first.xyz, nullptr);
+  evaluation.Evaluate(4, 0, splineref::GetCurve("Constant").knots.data(), points, false, 1.5, point.xyz, first.xyz,
+                      nullptr);
   EXPECT_TRUE(first.Zero());
   EXPECT_EQ(point.xyz[0], 4.0);
 }
@@ -86,13 +87,14 @@ TEST(CurveEvaluation, PolynomialDerivativesAboveTheDegreeAreExactZeros) {
 TEST(CurveEvaluation, OnlyRequestedOutputsAreWritten) {
   ZQNURBSCurveEvaluation evaluation;
   for (bool rational : {false, true}) {
-    double const *net = rational ? kCubicRationalPoints : kCubicPoints;
+    splineref::Curve const cubic = splineref::GetCurve(rational ? "CubicRational" : "Cubic");
+    double const *knots = cubic.knots.data(), *net = cubic.points.data();
     Point point, first, second;
-    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, nullptr, nullptr, nullptr);
-    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, nullptr, nullptr, second.xyz);
+    evaluation.Evaluate(12, 3, knots, net, rational, 0.3, nullptr, nullptr, nullptr);
+    evaluation.Evaluate(12, 3, knots, net, rational, 0.3, nullptr, nullptr, second.xyz);
     EXPECT_TRUE(point.Untouched() && first.Untouched());
     EXPECT_FALSE(second.Untouched());
-    evaluation.Evaluate(12, 3, kCubicKnots, net, rational, 0.3, point.xyz, nullptr, second.xyz);
+    evaluation.Evaluate(12, 3, knots, net, rational, 0.3, point.xyz, nullptr, second.xyz);
     EXPECT_TRUE(first.Untouched());
     EXPECT_FALSE(point.Untouched());
   }
@@ -103,18 +105,21 @@ TEST(CurveEvaluation, OnlyRequestedOutputsAreWritten) {
 TEST(CurveEvaluation, ZeroLengthLastSpanIsFiniteOnlyOnTheValuePath) {
   ZQNURBSCurveEvaluation evaluation;
   double const knots[] = {0, 0, 0, 0, 1, 1, 1, 1, 1};
+  double const *points = splineref::GetCurve("Cubic").points.data();
   Point point, first;
-  evaluation.Evaluate(9, 3, knots, kCubicPoints, false, 1.0, point.xyz, nullptr, nullptr);
+  evaluation.Evaluate(9, 3, knots, points, false, 1.0, point.xyz, nullptr, nullptr);
   EXPECT_TRUE(point.Zero());
-  evaluation.Evaluate(9, 3, knots, kCubicPoints, false, 1.0, point.xyz, first.xyz, nullptr);
+  evaluation.Evaluate(9, 3, knots, points, false, 1.0, point.xyz, first.xyz, nullptr);
   EXPECT_FALSE(std::isfinite(point.xyz[0]));
 }
 
 void EvaluateSurface(ZQNURBSSurfaceEvaluation &evaluation, bool rational, double const *uv, Point *outputs,
                      unsigned wanted) {
   auto pick = [&](int i) { return (wanted >> i & 1U) != 0 ? outputs[i].xyz : nullptr; };
-  evaluation.Evaluate(9, 3, kSurfaceUKnots, 7, 2, kSurfaceVKnots, rational ? kSurfaceWeightedNet : kSurfaceNet,
-                      rational, uv, pick(0), pick(1), pick(2), pick(3), pick(4), pick(5));
+  double const *net = splineref::One("net", rational ? "Rational" : "Polynomial", rational ? 80 : 60).data();
+  evaluation.Evaluate(9, 3, splineref::One("knots", "SurfaceU", 9).data(), 7, 2,
+                      splineref::One("knots", "SurfaceV", 7).data(), net, rational, uv, pick(0), pick(1), pick(2),
+                      pick(3), pick(4), pick(5));
 }
 
 // A bicubic by biquadratic net with different knot vectors in the two directions: all six
@@ -122,19 +127,21 @@ void EvaluateSurface(ZQNURBSSurfaceEvaluation &evaluation, bool rational, double
 TEST(SurfaceEvaluation, EveryPathMatchesExactValues) {
   ZQNURBSSurfaceEvaluation evaluation;
   for (bool rational : {false, true}) {
-    for (SurfaceReference const &r : rational ? kRationalSurface : kSurface) {
-      std::string const at = std::string(rational ? "rational" : "polynomial") + " at (" + std::to_string(r.uv[0]) +
-                             ", " + std::to_string(r.uv[1]) + ")";
+    // Each row: u, v, then the point, du, dv, duu, duv and dvv.
+    for (splineref::Row const &r : splineref::Rows("surface", rational ? "Rational" : "Polynomial", 20)) {
+      std::string const at = std::string(rational ? "rational" : "polynomial") + " at (" + std::to_string(r[0]) + ", " +
+                             std::to_string(r[1]) + ")";
+      double const *outputs = &r[2];
       Point all[6], value[6], first[6];
-      EvaluateSurface(evaluation, rational, r.uv, all, 0x3FU);
-      EvaluateSurface(evaluation, rational, r.uv, value, 0x1U);
-      EvaluateSurface(evaluation, rational, r.uv, first, 0x6U);
+      EvaluateSurface(evaluation, rational, r.data(), all, 0x3FU);
+      EvaluateSurface(evaluation, rational, r.data(), value, 0x1U);
+      EvaluateSurface(evaluation, rational, r.data(), first, 0x6U);
       for (int i = 0; i < 6; ++i) {
-        ExpectPointNear(all[i], r.outputs[i], r.outputs, 6, "output " + std::to_string(i) + ", " + at);
+        ExpectPointNear(all[i], outputs + 3 * i, outputs, 6, "output " + std::to_string(i) + ", " + at);
       }
-      ExpectPointNear(value[0], r.outputs[0], r.outputs, 6, "value path, " + at);
-      ExpectPointNear(first[1], r.outputs[1], r.outputs, 6, "du at order 1, " + at);
-      ExpectPointNear(first[2], r.outputs[2], r.outputs, 6, "dv at order 1, " + at);
+      ExpectPointNear(value[0], outputs, outputs, 6, "value path, " + at);
+      ExpectPointNear(first[1], outputs + 3, outputs, 6, "du at order 1, " + at);
+      ExpectPointNear(first[2], outputs + 6, outputs, 6, "dv at order 1, " + at);
       EXPECT_TRUE(first[0].Untouched() && first[3].Untouched() && value[1].Untouched());
     }
   }
@@ -174,8 +181,9 @@ TEST(Evaluation, CopiesKeepTheirOwnTagAndEvaluateAlike) {
   EXPECT_EQ(target.GetID(), 7);
   EXPECT_EQ(surfaceTarget.GetID(), 9);
   Point a[6], b[6];
-  curve.Evaluate(12, 3, kCubicKnots, kCubicRationalPoints, true, 0.6, a[0].xyz, a[1].xyz, a[2].xyz);
-  copy.Evaluate(12, 3, kCubicKnots, kCubicRationalPoints, true, 0.6, b[0].xyz, b[1].xyz, b[2].xyz);
+  splineref::Curve const c = splineref::GetCurve("CubicRational");
+  curve.Evaluate(12, 3, c.knots.data(), c.points.data(), true, 0.6, a[0].xyz, a[1].xyz, a[2].xyz);
+  copy.Evaluate(12, 3, c.knots.data(), c.points.data(), true, 0.6, b[0].xyz, b[1].xyz, b[2].xyz);
   EXPECT_TRUE(Same(a, b, 3));
   double const uv[2] = {0.6, 0.2};
   EvaluateSurface(surface, true, uv, a, 0x3FU);

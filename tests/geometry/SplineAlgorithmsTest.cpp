@@ -18,6 +18,8 @@ namespace {
 using Algorithms = ZQSplineAlgorithms<double, long long>;
 using Ders = double[32][32];
 constexpr double kUnused = -777.0;
+// Degrees 3, 2 and 31 of the reference file, whose basis functions it also holds.
+char const *const kBasisCurves[] = {"Cubic", "Unclamped", "HighDegree"};
 
 // Exact values are met to 1e-12, relative to the largest value of the row.
 void ExpectRowNear(double const *got, double const *expected, long long count, double u) {
@@ -36,28 +38,31 @@ TEST(KnotSpan, NaNEndsAtTheFirstMidpoint) {
   Algorithms algorithms;
   double const nan = std::numeric_limits<double>::quiet_NaN();
   // (p + high) / 2 with high = knotCount - 1 - p; the other spans are checked with the values.
-  EXPECT_EQ(algorithms.FindKnotSpan(12, 3, splineref::kCubicKnots, nan), 5);
-  EXPECT_EQ(algorithms.FindKnotSpan(65, 31, splineref::kHighDegreeKnots, nan), 32);
-  EXPECT_EQ(algorithms.FindKnotSpan(12, 3, splineref::kCubicKnots, 0.4999), 4);
+  double const *cubic = splineref::One("knots", "Cubic", 12).data();
+  EXPECT_EQ(algorithms.FindKnotSpan(12, 3, cubic, nan), 5);
+  EXPECT_EQ(algorithms.FindKnotSpan(65, 31, splineref::One("knots", "HighDegree", 65).data(), nan), 32);
+  EXPECT_EQ(algorithms.FindKnotSpan(12, 3, cubic, 0.4999), 4);
 }
 
 // At knots of every multiplicity, at both ends and outside the range, degrees 2, 3 and 31.
 TEST(BasisFunctions, SpansValuesAndDerivativesMatchExactValues) {
   Algorithms algorithms;
-  for (splineref::BasisCase const &c : splineref::kBasisCases) {
-    long long const order = std::min(c.degree, 2LL);
-    for (int i = 0; i < c.referenceCount; ++i) {
-      splineref::BasisReference const &reference = c.references[i];
-      long long const span = algorithms.FindKnotSpan(c.knotCount, c.degree, c.knots, reference.u);
-      ASSERT_EQ(span, reference.span) << "degree " << c.degree << ", u = " << reference.u;
+  for (char const *name : kBasisCurves) {
+    splineref::Curve const c = splineref::GetCurve(name);
+    long long const order = std::min(c.degree, 2LL), count = c.degree + 1;
+    // Each row: u, the span, then rows 0 to order of the derivatives.
+    for (splineref::Row const &reference : splineref::Rows("basis", name, 2 + (order + 1) * count)) {
+      double const u = reference[0];
+      long long const span = algorithms.FindKnotSpan(c.KnotCount(), c.degree, c.knots.data(), u);
+      ASSERT_EQ(span, static_cast<long long>(reference[1])) << name << ", u = " << u;
       double values[32];
-      algorithms.BasisFunctions(span, reference.u, c.degree, c.knots, values);
-      ExpectRowNear(values, reference.ders[0], c.degree + 1, reference.u);
+      algorithms.BasisFunctions(span, u, c.degree, c.knots.data(), values);
+      ExpectRowNear(values, &reference[2], count, u);
       Ders ders;
       std::fill(&ders[0][0], &ders[0][0] + 32 * 32, kUnused);
-      algorithms.BasisFunctionDerivatives(span, reference.u, c.degree, order, c.knots, ders);
+      algorithms.BasisFunctionDerivatives(span, u, c.degree, order, c.knots.data(), ders);
       for (long long k = 0; k <= order; ++k) {
-        ExpectRowNear(ders[k], reference.ders[k], c.degree + 1, reference.u);
+        ExpectRowNear(ders[k], &reference[2 + k * count], count, u);
       }
       EXPECT_EQ(ders[order + 1][0], kUnused) << "a row above the order was written";
     }
@@ -67,16 +72,17 @@ TEST(BasisFunctions, SpansValuesAndDerivativesMatchExactValues) {
 // Inside the knot range the values sum to one and each derivative row, up to order 3, to zero.
 TEST(BasisFunctions, PartitionOfUnityAndDerivativeRowsSumToZero) {
   Algorithms algorithms;
-  for (splineref::BasisCase const &c : splineref::kBasisCases) {
+  for (char const *name : kBasisCurves) {
+    splineref::Curve const c = splineref::GetCurve(name);
     double const first = c.knots[c.degree];
-    double const last = c.knots[c.knotCount - 1 - c.degree];
+    double const last = c.knots[c.KnotCount() - 1 - c.degree];
     long long const order = std::min(c.degree, 3LL);
     for (int step = 0; step <= 200; ++step) {
       double const u = first + (last - first) * step / 200.0;
-      long long const span = algorithms.FindKnotSpan(c.knotCount, c.degree, c.knots, u);
+      long long const span = algorithms.FindKnotSpan(c.KnotCount(), c.degree, c.knots.data(), u);
       Ders ders;
-      algorithms.BasisFunctionDerivatives(span, u, c.degree, order, c.knots, ders);
-      algorithms.BasisFunctions(span, u, c.degree, c.knots, ders[0]);
+      algorithms.BasisFunctionDerivatives(span, u, c.degree, order, c.knots.data(), ders);
+      algorithms.BasisFunctions(span, u, c.degree, c.knots.data(), ders[0]);
       for (long long k = 0; k <= order; ++k) {
         double const sum = std::accumulate(ders[k], ders[k] + c.degree + 1, 0.0);
         double const scale = std::fabs(*std::max_element(ders[k], ders[k] + c.degree + 1, ByMagnitude));
