@@ -2,22 +2,14 @@
 // maps, each also read raw.
 #include "HDF5TestSupport.h"
 
-#include <zqcore/containers/ZQArrayNativeType.h>
-#include <zqcore/containers/ZQArrayObjectType.h>
-#include <zqcore/containers/ZQMapObjectTypes.h>
-#include <zqcore/strings/ZQString.h>
-
 #include <cstring>
 #include <type_traits>
 
 using namespace Velmora::Tessara::ZQ::Core;
 using namespace zqtest;
-using Util = ZQHDF5Util;
 
 namespace {
 
-using Strings = ZQArrayObjectType<ZQString, long long>;
-using StringMap = ZQMapObjectTypes<ZQString, ZQString>;
 using HDF5Datasets = HDF5Test;
 using HDF5Attributes = HDF5Test;
 

@@ -2,10 +2,6 @@
 // that fails without a crash, and no HDF5 id left open.
 #include "HDF5TestSupport.h"
 
-#include <zqcore/containers/ZQArrayNativeType.h>
-#include <zqcore/containers/ZQArrayObjectType.h>
-#include <zqcore/containers/ZQMapObjectTypes.h>
-#include <zqcore/strings/ZQString.h>
 #include <zqcore/strings/ZQStringEncoding.h>
 
 #include <fstream>
@@ -14,12 +10,9 @@
 
 using namespace Velmora::Tessara::ZQ::Core;
 using namespace zqtest;
-using Util = ZQHDF5Util;
 
 namespace {
 
-using Strings = ZQArrayObjectType<ZQString, long long>;
-using StringMap = ZQMapObjectTypes<ZQString, ZQString>;
 using HDF5Files = HDF5Test;
 
 TEST_F(HDF5Files, CreateEmptiesOpenOrCreateKeepsAndOpenIsReadOnly) {

@@ -1,10 +1,14 @@
 // Helpers of the HDF5 tests: scratch files, open-id counting, message checks, raw reads.
 #pragma once
 
+#include <zqcore/containers/ZQArrayNativeType.h>
+#include <zqcore/containers/ZQArrayObjectType.h>
+#include <zqcore/containers/ZQMapObjectTypes.h>
 #include <zqcore/core/Types.h>
 #include <zqcore/core/ZQContext.h>
 #include <zqcore/core/ZQResult.h>
 #include <zqcore/hdf5/ZQHDF5Util.h>
+#include <zqcore/strings/ZQString.h>
 
 #include <gtest/gtest.h>
 #include <hdf5.h>
@@ -16,6 +20,10 @@
 namespace zqtest {
 
 using Status = Velmora::Tessara::ZQ::Core::Types::StatusCode_t;
+using Util = Velmora::Tessara::ZQ::Core::ZQHDF5Util;
+using Strings = Velmora::Tessara::ZQ::Core::ZQArrayObjectType<Velmora::Tessara::ZQ::Core::ZQString, long long>;
+using StringMap = Velmora::Tessara::ZQ::Core::ZQMapObjectTypes<Velmora::Tessara::ZQ::Core::ZQString,
+                                                               Velmora::Tessara::ZQ::Core::ZQString>;
 inline long long Code(Status status) { return static_cast<long long>(status); }
 
 /// A fresh file named after the running test, and a context to report to.
