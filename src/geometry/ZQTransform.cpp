@@ -396,21 +396,20 @@ ZQResult ZQTransform::GetRotationAroundAxis(Vector3 &origin, Vector3 &direction,
 }
 
 ZQResult ZQTransform::GetRotation(ZQVariant &angleX, ZQVariant &angleY, ZQVariant &angleZ) {
-  ZQResult const result = Expect(Type::Rotation);
-  if (result.OK()) {
-    angleX = value1;
-    angleY = value2;
-    angleZ = value3;
-  }
-  return result;
+  return GetThreeValues(Type::Rotation, angleX, angleY, angleZ);
 }
 
 ZQResult ZQTransform::GetTranslation(ZQVariant &deltaX, ZQVariant &deltaY, ZQVariant &deltaZ) {
-  ZQResult const result = Expect(Type::Translation);
+  return GetThreeValues(Type::Translation, deltaX, deltaY, deltaZ);
+}
+
+ZQResult ZQTransform::GetThreeValues(Types::TransformType_t expected, ZQVariant &first, ZQVariant &second,
+                                     ZQVariant &third) const {
+  ZQResult const result = Expect(expected);
   if (result.OK()) {
-    deltaX = value1;
-    deltaY = value2;
-    deltaZ = value3;
+    first = value1;
+    second = value2;
+    third = value3;
   }
   return result;
 }

@@ -100,6 +100,8 @@ private:
   ZQResult CopyMatrixTo(double *const out) const;
   /// Mismatch unless the type is `expected`.
   ZQResult Expect(Types::TransformType_t expected) const;
+  /// The three stored values, when the type is `expected`.
+  ZQResult GetThreeValues(Types::TransformType_t expected, ZQVariant &first, ZQVariant &second, ZQVariant &third) const;
   ZQResult RotateAroundAxis(Vector3 const *origin, Vector3 const &direction, ZQVariant const &angle,
                             ZQContext *context);
 
